@@ -1,0 +1,3 @@
+#pragma once
+// placeholder, replaced by the recording port
+#include "port/port.h"
