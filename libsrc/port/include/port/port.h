@@ -85,9 +85,9 @@ struct port_page_job {
 };
 
 struct port_page_caps {
-    port_size paper;            // whole sheet in device units
-    double units_per_inch = 0;  // device units in one inch of paper
-    port_rect printable;        // part of the sheet that the device can mark
+    port_size paper;           // whole sheet in device units
+    double units_per_inch = 0; // device units in one inch of paper
+    port_rect printable;       // part of the sheet that the device can mark
 };
 
 enum class port_rop { copy, exclusive_or };
@@ -104,16 +104,17 @@ public:
     // A draw area was shown for the first time, changed its size, or request_paint asked for it. Before the
     // first notice the area has no picture and drawing to it goes nowhere.
     virtual void on_paint(port_win draw) = 0;
-    virtual void on_mouse(port_win draw, port_mouse kind, int x, int y, int button) = 0; // 0 left 1 middle 2 right
-    virtual void on_command(port_win control) = 0;            // button, toggle, swatch clicked
+    virtual void on_mouse(port_win draw, port_mouse kind, int x, int y,
+                          int button) = 0;         // 0 left 1 middle 2 right
+    virtual void on_command(port_win control) = 0; // button, toggle, swatch clicked
     virtual void on_command_part(port_win up_down, bool up) = 0;
-    virtual void on_select(port_win combo, int index) = 0;    // the user chose an entry
-    virtual bool on_char(port_win field, char32_t ch) = 0;    // false: the character is dropped
-    virtual void on_return(port_win field) = 0;               // return key in a field or combo_edit
+    virtual void on_select(port_win combo, int index) = 0; // the user chose an entry
+    virtual bool on_char(port_win field, char32_t ch) = 0; // false: the character is dropped
+    virtual void on_return(port_win field) = 0;            // return key in a field or combo_edit
     virtual void on_tab(port_win control, bool back) = 0;
-    virtual void on_help(port_win control) = 0;               // F1, or the right button on a control
+    virtual void on_help(port_win control) = 0; // F1, or the right button on a control
     virtual void on_menu(int id) = 0;
-    virtual bool on_close(port_win top) = 0;                  // false: the window stays
+    virtual bool on_close(port_win top) = 0; // false: the window stays
     // A key with Ctrl held, pressed in any control or draw area of a top window: 'Z', 'Y', ... True: taken.
     virtual bool on_shortcut(port_win top, char key) = 0;
 };
@@ -178,7 +179,8 @@ public:
 
     // --- Dialogs return at once and answer through `done`, from the loop; `done` may be empty.
     virtual void message(const std::string& title, const std::string& text, std::function<void()> done) = 0;
-    virtual void yes_no(const std::string& title, const std::string& text, std::function<void(bool)> done) = 0;
+    virtual void yes_no(const std::string& title, const std::string& text,
+                        std::function<void(bool)> done) = 0;
     // `done` gets the chosen name, or an empty one.
     virtual void ask_file(const port_file_request&, std::function<void(const std::string&)> done) = 0;
     virtual void fatal(const std::string& title, const std::string& text) = 0; // returns after the answer

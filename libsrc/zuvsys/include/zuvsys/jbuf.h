@@ -12,8 +12,7 @@
 
 namespace norva {
 
-template <class T>
-class jbuf {
+template <class T> class jbuf {
     static_assert(std::is_trivially_copyable_v<T>, "jbuf holds plain data");
 
 public:

@@ -1,0 +1,32 @@
+// The one instance of the run state.
+#include "state/run.h"
+
+#include "state/defaults.h"
+#include "state/user.h"
+
+namespace norva {
+
+user_parms user;
+gpf_parms gp;
+defaults def;
+
+int eoj, managing, stsf, ntime, nfreq, dec_ok;
+float yx_scale = 1;
+std::string homedir;
+int imgwinon, rpwinon, dpwinon, pkswinon, mcwinon, kwinon, msgwinon, procwinon;
+
+bool analysis_window_open() {
+    return imgwinon || rpwinon || dpwinon || pkswinon || mcwinon;
+}
+
+void reset_run_state() {
+    user = {};
+    gp = {};
+    norva_init_defaults(def);
+    eoj = managing = stsf = ntime = nfreq = dec_ok = 0;
+    yx_scale = 1;
+    homedir.clear();
+    imgwinon = rpwinon = dpwinon = pkswinon = mcwinon = kwinon = msgwinon = procwinon = 0;
+}
+
+} // namespace norva
