@@ -12,6 +12,7 @@ defaults def;
 
 int eoj, managing, stsf, ntime, nfreq, dec_ok;
 float yx_scale = 1;
+double kw_r0;
 std::string homedir;
 int imgwinon, rpwinon, dpwinon, pkswinon, mcwinon, kwinon, msgwinon, procwinon;
 
@@ -25,6 +26,7 @@ void reset_run_state() {
     norva_init_defaults(def);
     eoj = managing = stsf = ntime = nfreq = dec_ok = 0;
     yx_scale = 1;
+    kw_r0 = 0;
     homedir.clear();
     imgwinon = rpwinon = dpwinon = pkswinon = mcwinon = kwinon = msgwinon = procwinon = 0;
 }

@@ -12,6 +12,7 @@ extern int ntime, nfreq;    // nt and nf as asked for at the last reading of the
 extern std::string homedir; // value of the environment name "QELM", or empty
 extern int dec_ok;          // the preparation of a decimation has passed every check
 extern float yx_scale;      // aspect of the image
+extern double kw_r0;        // range offset of the raw file, keyword R0, shown on range profiles
 
 // Open-window flags: each is set and cleared by its own window.
 extern int imgwinon, rpwinon, dpwinon, pkswinon, mcwinon;
