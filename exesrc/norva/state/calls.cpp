@@ -11,7 +11,7 @@ static void print_message(const std::string& text) {
 app_calls app_hooks = {
     .popmsg = print_message,
     .rpt_progress = [](int, int) {},
-    .filewin_cb = [](int) {},
+    .computing = [](bool) {},
 };
 
 void popmsg(const std::string& text) {

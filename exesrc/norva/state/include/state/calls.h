@@ -19,4 +19,14 @@ void popmsg(const std::string& text);
 // A computation of ntot parts has reached part indx, counted from 1.
 void rpt_progress(int indx, int ntot);
 
+// Stands in a handler around anything that may take long: while it lives the platform holds back sizes and
+// paint notices, and a progress window that is up goes away at its end. Scopes nest.
+class computation {
+public:
+    computation() { app_hooks.computing(true); }
+    ~computation() { app_hooks.computing(false); }
+    computation(const computation&) = delete;
+    computation& operator=(const computation&) = delete;
+};
+
 } // namespace norva

@@ -1,0 +1,28 @@
+#pragma once
+// The window of data: how its two forms (units, samples) follow each other, and which windows are accepted.
+// Arithmetic on the run state alone; the main window reads and shows the fields.
+
+namespace norva {
+
+// Brings user.f0, bw, t0, dwell and user.nf0, nf, nt0, nt in step. flag 0: the units are the source of the
+// samples, other values: the samples stand. The units are then recomputed from the samples. While no data
+// are loaded, user.df and user.dt are first taken from the raw file.
+//
+// For descending frequencies a window typed in units only ever starts at the first sample: the sign in the
+// formula of nf0 turns against the step's own. Windows given in samples are exact for both directions.
+void cvrt_user_vals(int flag);
+
+// First frequency (MHz) of the window whose first sample is nf0, with step df.
+float window_f0(int nf0, float df);
+
+enum class window_verdict { ok, one_point, f0_outside, t0_outside, nf_outside, nt_outside };
+
+// Takes four typed values in the given style (0: f0, bw, t0, dwell; 1: nf0, nf, nt0, nt, truncated) as the
+// window. With journal steps present the window may only shrink; every value is held inside the file. On
+// return user holds the corrected window whatever the verdict is, but for one_point, where it holds the
+// window as typed. Sets ntime, nfreq and stsf.
+window_verdict take_window(const double values[4], int pstyle);
+
+const char* window_message(window_verdict); // empty for ok
+
+} // namespace norva

@@ -1,0 +1,122 @@
+// The window of data in its two forms.
+#include "app/window_values.h"
+
+#include "state/run.h"
+#include "state/user.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace norva {
+
+// Typed values may be anything; this keeps sums of two counts inside an int.
+static int to_count(double value) {
+    constexpr double most = 1e9;
+    if (std::isnan(value)) return 0;
+    return static_cast<int>(std::clamp(value, -most, most));
+}
+
+static int nint(double value) {
+    return to_count(std::round(value)); // halves away from zero
+}
+
+float window_f0(int nf0, float df) {
+    return static_cast<float>((nf0 - 1) * static_cast<double>(df) + gp.f0);
+}
+
+void cvrt_user_vals(int flag) {
+    const int sgn = gp.df < 0 ? -1 : 1;
+    if (!user.pfdata) {
+        user.df = gp.df;
+        user.dt = gp.wfri;
+    }
+    const double df = user.df, dt = user.dt;
+    if (flag == 0) {
+        user.nf0 = sgn * nint((static_cast<double>(user.f0) - gp.f0) / df) + 1;
+        user.nf = nint(user.bw / df);
+        user.nt0 = nint((static_cast<double>(user.t0) - gp.t0) / dt) + 1;
+        user.nt = nint(user.dwell / dt);
+    }
+    user.f0 = window_f0(user.nf0, user.df);
+    user.bw = static_cast<float>(user.nf * df);
+    user.t0 = static_cast<float>((user.nt0 - 1) * dt + gp.t0);
+    user.dwell = static_cast<float>(user.nt * dt);
+}
+
+// The window may only become narrower while later steps stand on it. All corrections stand; the verdict is
+// that of the last failed check.
+static window_verdict contain(int nf0, int nf, int nt0, int nt) {
+    window_verdict verdict = window_verdict::ok;
+    if (user.nf0 < nf0 || user.nf0 > nf0 + nf - 1) {
+        user.nf0 = nf0;
+        verdict = window_verdict::f0_outside;
+    }
+    if (user.nt0 < nt0 || user.nt0 > nt0 + nt - 1) {
+        user.nt0 = nt0;
+        verdict = window_verdict::t0_outside;
+    }
+    const int most_nf = nf - (user.nf0 - nf0), most_nt = nt - (user.nt0 - nt0);
+    if (user.nf > most_nf) {
+        user.nf = most_nf;
+        verdict = window_verdict::nf_outside;
+    }
+    if (user.nt > most_nt) {
+        user.nt = most_nt;
+        verdict = window_verdict::nt_outside;
+    }
+    return verdict;
+}
+
+static void hold_inside_file() {
+    const auto hold = [](int value, int most) { return std::max(1, std::min(value, most)); };
+    user.nf0 = hold(user.nf0, gp.nf);
+    user.nf = hold(user.nf, gp.nf - user.nf0 + 1);
+    user.nt0 = hold(user.nt0, gp.nrec);
+    user.nt = hold(user.nt, gp.nrec - user.nt0 + 1);
+}
+
+window_verdict take_window(const double values[4], int pstyle) {
+    const int nf0 = user.nf0, nf = user.nf, nt0 = user.nt0, nt = user.nt;
+    for (int i = 0; i < 4; i++) {
+        if (pstyle == 1)
+            user.samples()[i] = to_count(values[i]);
+        else
+            user.units()[i] = static_cast<float>(values[i]);
+    }
+    cvrt_user_vals(pstyle);
+
+    ntime = user.nt;
+    nfreq = user.nf;
+    stsf = ntime == 1 || nfreq == 1;
+    if (ntime == 1 && nfreq == 1) return window_verdict::one_point;
+
+    window_verdict verdict = window_verdict::ok;
+    if (eoj > 0 && (stsf == 0 || user.count != 0)) verdict = contain(nf0, nf, nt0, nt);
+    hold_inside_file();
+    cvrt_user_vals(1);
+    return verdict;
+}
+
+const char* window_message(window_verdict verdict) {
+    switch (verdict) {
+    case window_verdict::ok: break;
+    case window_verdict::one_point: return "Only one point specified!";
+    case window_verdict::f0_outside:
+        return "The first frequency sample must be within the current frequency interval.  To specify "
+               "a first frequency outside the current interval,backup in the journal and specify a new "
+               "interval.";
+    case window_verdict::t0_outside:
+        return "The first time sample must be within the current time interval.  To specify a first time "
+               "outside the current interval,backup in the journal and specify a new interval.";
+    case window_verdict::nf_outside:
+        return "The new frequency interval cannot extend beyond the current frequency interval.  To specify "
+               "a frequency interval outside the current interval, backup in the journal and specify a new "
+               "interval.";
+    case window_verdict::nt_outside:
+        return "The new time interval cannot extend beyond the current time interval.  To specify a time "
+               "interval outside the current interval, backup in the journal and specify a new interval.";
+    }
+    return "";
+}
+
+} // namespace norva
