@@ -1,0 +1,87 @@
+// The transform family: lengths, signs, strides and stops. The transform itself is in fft_plan.cpp.
+#include "signal/fft.h"
+
+#include "fft_plan.h"
+#include "signal/parallel.h"
+#include "signal/vector.h"
+#include "zuvsys/stop.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+namespace norva {
+namespace {
+
+bool power_of_two(int n) {
+    return n > 0 && (n & (n - 1)) == 0;
+}
+
+} // namespace
+
+void gfft(float* a, int n, int is) {
+    if (std::abs(is) != 1) stop("STOP IN GFFT");
+    if (n > GFFT_MAX_MIXED && !power_of_two(n)) stop("STOP IN GFFT");
+    if (n > 1) transform(a, n, is);
+}
+
+void cfft(float* a, int n, int key) {
+    if (!power_of_two(n)) stop("STOP IN CFFT");
+    transform(a, n, key >= 0 ? +1 : -1);
+}
+
+void fft2(float* a, float* b, int nx, int key) {
+    if (nx <= 1) return;
+    if (!power_of_two(nx)) stop("STOP IN FFT2");
+    int sign = key >= 0 ? +1 : -1;
+    std::size_t stride = std::abs(key);
+    if (stride == 2 && b == a + 1) {
+        transform(a, nx, sign);
+        return;
+    }
+    std::vector<float> work(2 * static_cast<std::size_t>(nx));
+    for (int i = 0; i < nx; i++) {
+        work[2 * i] = a[i * stride];
+        work[2 * i + 1] = b[i * stride];
+    }
+    transform(work.data(), nx, sign);
+    for (int i = 0; i < nx; i++) {
+        a[i * stride] = work[2 * i];
+        b[i * stride] = work[2 * i + 1];
+    }
+}
+
+void fourt(float* datar, float* datai, const int* nn, int ndim, int ifrwd, int icplx, float*, float*) {
+    if (ndim < 1) return;
+    if (ndim > 1 || icplx != 1) stop("STOP IN FOURT");
+    int n = nn[0];
+    if (n <= 1) return;
+    std::vector<float> work(2 * static_cast<std::size_t>(n));
+    for (int i = 0; i < n; i++) {
+        work[2 * i] = datar[i];
+        work[2 * i + 1] = datai[i];
+    }
+    transform(work.data(), n, ifrwd == 0 ? +1 : -1);
+    for (int i = 0; i < n; i++) {
+        datar[i] = work[2 * i];
+        datai[i] = work[2 * i + 1];
+    }
+}
+
+void fft2d(float* a, int nx, int ny, int isx, int isy) {
+    if (ny > FFT2D_MAX_NY) stop("STOP IN FFT2D");
+    std::size_t row = 2 * static_cast<std::size_t>(nx);
+    if (isx != 0) {
+        for (int j = 0; j < ny; j++) gfft(a + j * row, nx, isx);
+    }
+    if (isy != 0) {
+        std::vector<float> column(2 * static_cast<std::size_t>(ny));
+        for (int i = 0; i < nx; i++) {
+            for (int j = 0; j < ny; j++) std::memcpy(&column[2 * j], a + j * row + 2 * i, 2 * sizeof(float));
+            gfft(column.data(), ny, isy);
+            for (int j = 0; j < ny; j++) std::memcpy(a + j * row + 2 * i, &column[2 * j], 2 * sizeof(float));
+        }
+    }
+}
+
+} // namespace norva

@@ -1,0 +1,7 @@
+#include "signal/progress.h"
+
+namespace norva {
+
+signal_calls signal_hooks = {.progress = [](int, int) {}};
+
+} // namespace norva
