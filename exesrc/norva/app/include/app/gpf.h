@@ -29,15 +29,15 @@ extern const char* const signal_types[4]; // indexed by gp.sigtype
 // Values of the keyword window that stand in for the file's own, while `acc` is set.
 extern bool acc;
 
-// Reads the header of user.rdfile: fills gp, user.ksx, user.ksy, user.rh, kw_r0, data_type, and returns the header
-// text. Empty on every failure, after its message; user.rdfile is emptied where the file's values cannot be
-// used. A file that lacks required keywords opens the keyword window instead of a message.
+// Reads the header of user.rdfile: fills gp, user.ksx, user.ksy, user.rh, kw_r0, data_type, and returns the
+// header text. Empty on every failure, after its message; user.rdfile is emptied where the file's values
+// cannot be used. A file that lacks required keywords opens the keyword window instead of a message.
 std::string get_gpf_hdr();
 
-// tag 0: reads the current window (user.nf0 ...) fresh from the file; when data are already loaded, the window
-// of the last fresh read is restored and read again. Other tags: cuts the current window out of the data in
-// memory, whose first samples and row length are nf0, nt0, nf; they may be decimated or motion compensated.
-// On failure user.pfdata is empty, after a message.
+// tag 0: reads the current window (user.nf0 ...) fresh from the file; when data are already loaded, the
+// window of the last fresh read is restored and read again. Other tags: cuts the current window out of the
+// data in memory, whose first samples and row length are nf0, nt0, nf; they may be decimated or motion
+// compensated. On failure user.pfdata is empty, after a message.
 void get_gpf_data(int tag, int nf0, int nt0, int nf);
 
 // The window of the last fresh read covers this one.

@@ -9,7 +9,7 @@ namespace norva {
 struct app_calls {
     void (*popmsg)(const std::string& text);  // default: to standard error
     void (*rpt_progress)(int indx, int ntot); // default: nothing
-    void (*filewin_cb)(int tag);              // the main window's dispatcher, called from inside the program
+    void (*computing)(bool on);               // a computation begins or has ended; default: nothing
 };
 extern app_calls app_hooks;
 

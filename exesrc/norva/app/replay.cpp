@@ -1,0 +1,250 @@
+// Going to a position of the journal.
+#include "app/replay.h"
+
+#include "app/gpf.h"
+#include "app/main_window.h"
+#include "app/names.h"
+#include "app/window_values.h"
+#include "journal/crash_file.h"
+#include "journal/journal.h"
+#include "journal/record.h"
+#include "journal/store.h"
+#include "mocomp/mocomp.h"
+#include "profiles/range_window.h"
+#include "state/calls.h"
+#include "state/run.h"
+#include "state/user.h"
+#include "zuvsys/strprintf.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace norva {
+
+using reply_words = std::vector<std::int32_t>;
+
+// Tags whose step returned to the main window.
+static bool returns_to_main(int tag) {
+    return tag <= 2 || tag == 9 || tag == 23 || tag == 27 || tag == 41 || tag == 48;
+}
+
+static bool ask_store(const reply_words& request, reply_words& reply) {
+    journal(request, reply);
+    if (!reply.empty() && reply[0] == -1) {
+        popmsg(journal_text(reply));
+        return false;
+    }
+    return true;
+}
+
+// --- Loading
+
+// The raw file as the journal names it, or the file of that name in the journal's own folder.
+static std::string find_raw_file(const std::string& name) {
+    std::error_code ignored;
+    if (std::filesystem::exists(name, ignored)) return name;
+    const std::string beside = directory_of(user.jfile) + rename_file(name);
+    return std::filesystem::exists(beside, ignored) ? beside : name;
+}
+
+// The last record is the one written at a regular end: the corrections come from it.
+static bool restore_from_end(std::span<const std::int32_t> record) {
+    const std::string fault = read_mc_record(record, user.mc);
+    if (!fault.empty()) {
+        popmsg(fault);
+        return false;
+    }
+    eoj -= 1;
+    return true;
+}
+
+static void load() {
+    if (eoj != 0) jrnl(95);
+    reply_words request = {JOURNAL_LOAD, static_cast<std::int32_t>(user.jfile.size())}, reply;
+    request.resize(2 + (user.jfile.size() + 3) / 4);
+    put_text(std::span(request).subspan(2), user.jfile);
+    if (!ask_store(request, reply)) {
+        user.rdfile.clear();
+        return;
+    }
+    user.rdfile = find_raw_file(journal_head_name(reply));
+
+    journal_step first;
+    if (!read_step(std::span(reply).subspan(51), first)) {
+        popmsg("ERROR(6) in mng_jrnl()/jrnl -- corrupted memory!");
+        user.rdfile.clear();
+        return;
+    }
+    user.nf0 = first.nf0;
+    user.nf = first.nf;
+    user.nt0 = first.nt0;
+    user.nt = first.nt;
+
+    eoj = journal_next_index() - 1; // provisional: the store stands at record 0
+    if (!ask_store({JOURNAL_LIST, JOURNAL_MAX_WORDS}, reply)) return;
+    eoj = reply[0];
+    if (!ask_store({JOURNAL_GOTO, eoj}, reply)) return;
+    const std::span<const std::int32_t> last = std::span(reply).subspan(1);
+    if (last[0] == 89) {
+        if (!restore_from_end(last)) {
+            user.rdfile.clear();
+            return;
+        }
+    } else if (rw_mc("r")) {
+        eoj = std::clamp(user.count, 0, eoj);
+    }
+    user.jfile = versno(rootname(user.jfile) + ".jou", 1).value_or(user.jfile);
+    jrnl(90);
+}
+
+// --- Building the state of a position
+
+struct old_window {
+    int nf0 = user.nf0, nt0 = user.nt0, nf = user.nf, nt = user.nt;
+};
+
+static void set_window(int nf0, int nf, int nt0, int nt) {
+    user.nf0 = nf0;
+    user.nf = nf;
+    user.nt0 = nt0;
+    user.nt = nt;
+}
+
+// The raw data as they were read before any step. The window that was read last serves again when it holds
+// what the position needs; otherwise just that is read.
+static bool read_raw(const journal_step& step) {
+    const mcfile& mc = user.mc;
+    const bool corrected = mc.ptr > 0;
+    const int nf0 = corrected ? mc.nf0[0] : step.nf0, nf = corrected ? mc.nf[0] : step.nf;
+    const int nt0 = corrected ? mc.nt0[0] : step.nt0, nt = corrected ? mc.nt[0] : step.nt;
+    if (!user.pfdata || (user.count > 0 && !fresh_window_covers(nf0, nf, nt0, nt))) {
+        user.pfdata.clear();
+        set_window(nf0, nf, nt0, nt);
+    }
+    get_gpf_data(0, 0, 0, 0);
+    if (user.pfdata) return true;
+    popmsg("ERROR(7) in mng_jrnl()/jrnl -- no raw data!");
+    return false;
+}
+
+// Cuts the data, which hold the window `old`, to the window that user now tells.
+static bool cut_from(const old_window& old) {
+    get_gpf_data(1, old.nf0, old.nt0, old.nf);
+    if (user.pfdata) return true;
+    popmsg("ERROR(8) in mng_jrnl()/jrnl -- no raw data!");
+    return false;
+}
+
+static bool apply_corrections() {
+    const mcfile& mc = user.mc;
+    for (int i = 0; i < mc.ptr; i++) {
+        const old_window old;
+        set_window(mc.nf0[i], mc.nf[i], mc.nt0[i], mc.nt[i]);
+        if (!cut_from(old)) return false;
+        if (mc.flag[i] == MC_DECIMATE) {
+            popmsg("This journal holds a decimation, which this version cannot apply.");
+            return false;
+        }
+        user.f0 = window_f0(user.nf0, user.df);
+        user.bw = user.nf * user.df;
+        mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, mc.t[i].data());
+        rpt_progress(i + 1, mc.ptr);
+    }
+    return true;
+}
+
+// The step's own window of data, in memory and in the fields.
+static bool take_step_window(const journal_step& step) {
+    const old_window old;
+    set_window(step.nf0, step.nf, step.nt0, step.nt);
+    // Position 0 is the whole file, which nothing computes on: the next analysis reads its window afresh.
+    if (user.count > 0 && !cut_from(old)) return false;
+    cvrt_user_vals(1);
+    show_numflds(user.count == 0 ? old.nt : user.nt);
+    return true;
+}
+
+static void close_windows() {
+    if (rpwinon) xrp_cb(nullptr, 0);
+    norva_enable_flds(1);
+}
+
+static void drive(const journal_step& step) {
+    const int ko = step.tag;
+    if (returns_to_main(ko)) return;
+    if (ko >= 3 && ko <= 8) {
+        filewin_cb(nullptr, 8);
+    } else if (ko == 16 && step.window_on) {
+        xrp(2);
+    } else {
+        popmsg(
+            strprintf("Step %d of the journal needs a window that this version does not have.", user.count));
+    }
+}
+
+static bool build_position(const journal_step& step) {
+    const computation running;
+    return read_raw(step) && apply_corrections() && take_step_window(step);
+}
+
+// --- Positions
+
+// Asks the store for the record that `tag` means. False when there is none, after a message where the user
+// would wonder.
+static bool find_record(wi_obj* wo, int tag, reply_words& reply) {
+    if (eoj == 0) {
+        popmsg("No journal records yet!");
+        return false;
+    }
+    switch (tag) {
+    case 0: return ask_store({JOURNAL_GOTO, std::clamp(wo ? typed_position() : user.count, 0, eoj)}, reply);
+    case 1:
+        if (user.count >= eoj) {
+            popmsg("End of journal!");
+            return false;
+        }
+        return ask_store({JOURNAL_STEP, 1}, reply);
+    case 2:
+    case -2: return user.count != 0 && ask_store({JOURNAL_STEP, -1}, reply);
+    default: return false;
+    }
+}
+
+void replay_journal(wi_obj* wo, int tag) {
+    if (wo && analysis_window_open()) return;
+    if (tag == -1) {
+        load();
+        return;
+    }
+    reply_words reply;
+    if (!find_record(wo, tag, reply)) {
+        show_count(); // a typed position that led nowhere goes back to the one in force
+        return;
+    }
+    journal_step step;
+    if (!read_step(std::span<const std::int32_t>(reply).subspan(1), step)) {
+        popmsg("ERROR(6) in mng_jrnl()/jrnl -- corrupted memory!");
+        return;
+    }
+    user.count = reply[0];
+    if (!wo && tag == -2) return;
+
+    user.mc.ptr = step.mc_ptr;
+    journal_hooks.show_track_button(user.mc.ptr == 0);
+    if (user.mc.ptr < 0 || user.mc.ptr > user.mc.nrecs) {
+        popmsg(
+            "Bad mocomp pointer in mng_jrnl()!  The problem is probably due to a bad journal file that was "
+            "written after an improper exit.");
+        user.mc.ptr = 0;
+        return;
+    }
+    managing = 1;
+    if (returns_to_main(step.tag)) close_windows();
+    if (!build_position(step)) return;
+    drive(step);
+    if (!analysis_window_open()) show_count();
+    managing = 0;
+    refresh_controls();
+}
+
+} // namespace norva
