@@ -84,4 +84,22 @@ void fft2d(float* a, int nx, int ny, int isx, int isy) {
     }
 }
 
+void transf(const float* a, int n, int idc, float* c, int kss) {
+    if (n < 1) return;
+    std::memcpy(c, a, 2 * sizeof(float) * static_cast<std::size_t>(n));
+    shaft(c, 2 * n, -2 * (n / 2));
+    fft2(c, c + 1, n, 2 * (kss == 0 ? -1 : kss));
+    shaft(c, 2 * n, 2 * idc);
+}
+
+void transi(float* a, int n, int idc, const float* c, int kss) {
+    if (n < 1) return;
+    std::memcpy(a, c, 2 * sizeof(float) * static_cast<std::size_t>(n));
+    shaft(a, 2 * n, -2 * idc);
+    fft2(a, a + 1, n, 2 * (kss == 0 ? +1 : -kss));
+    const float scale = 1.0F / static_cast<float>(n);
+    for (int k = 0; k < 2 * n; k++) a[k] *= scale;
+    shaft(a, 2 * n, 2 * (n / 2));
+}
+
 } // namespace norva
