@@ -19,6 +19,7 @@
 // end are spare.
 
 #include "journal/journal.h"
+#include "journal/store.h"
 #include "state/mcfile.h"
 
 #include <cstdint>
@@ -34,12 +35,16 @@ constexpr int JRNL_MAX_WORDS = 640389;      // of one record that is written
 constexpr int JRNL_MAX_READ_WORDS = 640381; // of one record that is gone to
 constexpr int TRK_NAME_MAX = 80;            // bytes of a track file name
 
-// The record of step `tag` (0 to 88) from the run state, with `tags` the tag array of tag 27. On a refusal
-// the record is empty and `message` says why.
-journal_words build_step(int tag, std::span<const std::int32_t> tags, std::string& message);
+// The record of step `tag` (0 to 88) from the run state. `image` is the tag array for tag 27, all k words of
+// jary for tag 28 (k at least 2), empty for the others. On a refusal the record is empty and `message` says
+// why.
+journal_words build_step(int tag, std::span<const std::int32_t> image, std::string& message);
 
-// The record of tag 89.
-journal_words build_mc_record(const mcfile& mc);
+// The record of tag 89 with the first n corrections of mc.
+journal_words build_mc_record(const mcfile& mc, int n);
+
+// Its length in words.
+std::size_t mc_record_words(const mcfile& mc, int n);
 
 // A record taken apart. Fields that the tag does not have stay as they are here.
 struct journal_step {
