@@ -46,7 +46,7 @@ enum class port_kind {
     toggle,     // button that stays pressed; the program sets the state, a click only reports
     combo,      // list of choices, one shown
     combo_edit, // the same, and any text may be typed
-    page,       // many lines of text in a fixed-pitch font, scrolling
+    page,       // many lines of text in a fixed-pitch font, scrolling; read only until told otherwise
     frame,      // border line; takes no mouse
     draw,       // draw area
     swatch,     // small area that shows one colour or a picture, clickable
@@ -114,7 +114,7 @@ public:
     virtual void on_tab(port_win control, bool back) = 0;
     virtual void on_help(port_win control) = 0; // F1, or the right button on a control
     virtual void on_menu(int id) = 0;
-    virtual bool on_close(port_win top) = 0; // false: the window stays
+    virtual bool on_close(port_win top) = 0; // false: the window stays; true: it is destroyed
     // A key with Ctrl held, pressed in any control or draw area of a top window: 'Z', 'Y', ... True: taken.
     virtual bool on_shortcut(port_win top, char key) = 0;
 };
@@ -133,6 +133,11 @@ public:
     // While busy, paint notices and sizes are held back and pictures keep their size, so that an overlay
     // drawn and removed inside a long computation matches. Calls nest.
     virtual void busy(bool on) = 0;
+    // Runs `task` once from the loop, after the sizes and paint notices that are due by then. A port without
+    // a loop runs it at once.
+    virtual void later(std::function<void()> task) {
+        if (task) task();
+    }
 
     // --- Measures
     virtual port_size screen_size() = 0;
@@ -173,7 +178,8 @@ public:
     virtual void polyline_to(port_win dc, std::span<const port_point>) = 0;
     virtual void fill(port_win dc, port_rect, std::uint32_t rgb) = 0;
     virtual void erase(port_win dc, port_rect) = 0; // to the background of draw areas, which is white
-    // One picture of w by h pixels, row after row from the top, scaled to the rectangle without smoothing.
+    // One picture of w by h pixels, row after row from the top, scaled to the rectangle without smoothing. On
+    // a swatch it fills the swatch, whatever the rectangle.
     virtual void image(port_win dc, port_rect, std::span<const std::uint32_t> rgb, int w, int h) = 0;
     virtual void request_paint(port_win draw) = 0; // on_paint will come from the loop
 
