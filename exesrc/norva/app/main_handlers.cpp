@@ -3,7 +3,6 @@
 
 #include "app/gpf.h"
 #include "app/kwin.h"
-#include "main_window_int.h"
 #include "app/messages.h"
 #include "app/names.h"
 #include "app/quit.h"
@@ -11,6 +10,7 @@
 #include "app/window_values.h"
 #include "journal/journal.h"
 #include "journal/store.h"
+#include "main_window_int.h"
 #include "profiles/range_window.h"
 #include "signal/progress.h"
 #include "state/calls.h"

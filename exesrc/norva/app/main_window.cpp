@@ -3,11 +3,12 @@
 #include "app/main_window.h"
 
 #include "app/gpf.h"
-#include "main_window_int.h"
 #include "app/messages.h"
 #include "app/quit.h"
 #include "app/window_values.h"
 #include "journal/journal.h"
+#include "main_window_int.h"
+#include "state/calls.h"
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"

@@ -14,6 +14,7 @@
 namespace norva {
 
 const char* const CRASH_FILE = "norva.mc.sav";
+bool crash_file_kept = true;
 
 std::string encode_crash_file(int count, const mcfile& mc) {
     std::string bytes;

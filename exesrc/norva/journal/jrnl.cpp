@@ -79,6 +79,7 @@ static bool refused(const journal_words& out) {
 
 // Replaces the crash file, unless it would become what the last call of this step has made it.
 static void keep_crash_file(int count, std::string& written) {
+    if (!crash_file_kept) return;
     std::string bytes = encode_crash_file(count, user.mc);
     if (bytes == written) return;
     if (write_crash_file(bytes)) {

@@ -119,6 +119,10 @@ static const char* text_of(std::span<const char* const> texts, int i) {
     return i >= 0 && i < std::ssize(texts) ? texts[i] : "";
 }
 
+std::string step_text(int tag) {
+    return text_of(TAG_TEXTS, tag);
+}
+
 namespace {
 
 struct list_writer {

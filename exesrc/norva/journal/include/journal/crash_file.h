@@ -14,6 +14,10 @@ namespace norva {
 
 extern const char* const CRASH_FILE;
 
+// False: jrnl leaves the file alone. For a replay without a user, which must not touch the file of a program
+// that was killed.
+extern bool crash_file_kept;
+
 // str "w" writes user.count and user.mc, "r" reads them. False after a message, on reading with the state as
 // it was. The file is replaced as a whole, so that it is complete at every moment.
 bool rw_mc(const char* str);

@@ -16,6 +16,9 @@ struct journal_listing {
     std::vector<std::string> messages; // what is wrong with the records, for popmsg
 };
 
+// The text of a step's tag; empty for tags without one.
+std::string step_text(int tag);
+
 // Builds the text from the store's reply to a list request. Any array is safe; it is read as far as it goes.
 journal_listing list_journal(std::span<const std::int32_t> ary);
 

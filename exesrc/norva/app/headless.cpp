@@ -1,0 +1,121 @@
+// The replay of a journal without a display.
+#include "app/headless.h"
+
+#include "app/gpf.h"
+#include "app/main_window.h"
+#include "journal/crash_file.h"
+#include "journal/journal.h"
+#include "journal/listing.h"
+#include "journal/store.h"
+#include "profiles/range_window.h"
+#include "state/calls.h"
+#include "state/run.h"
+#include "state/user.h"
+#include "toolkit/wi.h"
+#include "vgph/winplot.h"
+#include "zuvsys/safefile.h"
+#include "zuvsys/strprintf.h"
+
+#include <cstdio>
+#include <filesystem>
+
+namespace norva {
+
+namespace fs = std::filesystem;
+
+static struct {
+    std::string journal_file;
+    fs::path out;
+    std::string summary;
+    bool complete = true; // no message has appeared
+} run;
+
+static void report(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    run.complete = false;
+}
+
+static void finish() {
+    std::string why;
+    if (!write_text_safely((run.out / "summary.txt").string(), run.summary, &why)) report(why);
+    std::fputs(run.summary.c_str(), stdout);
+    wi_quit(run.complete ? 0 : 1);
+}
+
+// The tag of the step at the store's cursor, that is, of the position just reached.
+static int tag_at(int position) {
+    std::vector<std::int32_t> reply;
+    const std::int32_t request[] = {JOURNAL_GOTO, position};
+    journal(request, reply);
+    return reply.size() > 1 && reply[0] >= 0 ? reply[1] : -1;
+}
+
+static std::string gate_text() {
+    rp_gate gate;
+    if (!strongest_range_gate(gate)) return "-";
+    return strprintf("range %.2f gates in record %d", gate.range, gate.record);
+}
+
+// One line of the summary, and the pictures of the window that the step shows.
+static void show_step(int position) {
+    const std::string name = strprintf("step_%03d", position);
+    std::string window = "main", files = "-", gate = "-";
+    if (rpwinon) {
+        window = "range profile";
+        gate = gate_text();
+        const fs::path png = run.out / (name + ".png"), pdf = run.out / (name + ".pdf");
+        if (!the_port().picture(getparenthandle(xrp_window()), png.string()))
+            report("cannot write " + png.string());
+        vg_hc_preset_file(pdf.string());
+        xrp_cb(nullptr, 18);
+        files = name + ".png " + name + ".pdf";
+    }
+    run.summary += strprintf("%4d  %-40s %-15s %-28s %s\n", position, step_text(tag_at(position)).c_str(),
+                             window.c_str(), files.c_str(), gate.c_str());
+}
+
+static void go_to(int position);
+
+static void after_step(int position) {
+    show_step(position);
+    if (position < eoj)
+        the_port().later([position] { go_to(position + 1); });
+    else
+        finish();
+}
+
+// A step's pictures are taken in a later turn of the loop, when its window has been painted.
+static void go_to(int position) {
+    user.count = position;
+    mng_jrnl(nullptr, 0);
+    the_port().later([position] { after_step(position); });
+}
+
+static void begin() {
+    std::error_code fault;
+    fs::create_directories(run.out, fault);
+    if (fault) {
+        report("cannot make the folder " + run.out.string() + ": " + fault.message());
+        wi_quit(1);
+        return;
+    }
+    select_journal_file(run.journal_file);
+    filewin_cb(nullptr, 2);
+    if (user.rdfile.empty() || data_type == raw_kind::none) {
+        report("the journal " + run.journal_file + " could not be replayed");
+        wi_quit(1);
+        return;
+    }
+    run.summary = "Journal  " + run.journal_file + "\nRaw data " + user.rdfile + "\n\n" +
+                  strprintf("%4s  %-40s %-15s %-28s %s\n", "Step", "", "Window", "Files", "Strongest gate");
+    go_to(0);
+}
+
+void replay_headless(const std::string& journal_file, const std::string& out_folder) {
+    run = {.journal_file = journal_file, .out = out_folder, .summary = {}, .complete = true};
+    app_hooks.popmsg = report;
+    crash_file_kept = false;
+    the_port().later(begin);
+}
+
+} // namespace norva
