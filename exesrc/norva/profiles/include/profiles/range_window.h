@@ -10,14 +10,12 @@ namespace norva {
 struct wi_obj;
 
 // What the window asks of modules above it. The application fills this in at start, before the window is
-// first opened. A button whose entry is null is not shown.
+// first opened. A button whose entry is null is not shown; "HELP" is shown when wi_hooks.help is set.
 struct range_window_hooks {
     // "Peaks": opens the peak editor on range profiles (mode 1).
     void (*xpk_init)(int mode) = nullptr;
     // Redraws the peak editor, if that is up, after its data were compensated.
     void (*xpk_draw_init)() = nullptr;
-    // "HELP": opens the help browser at this key.
-    void (*help)(const char* key) = nullptr;
     // "Downsize": user.nt0 and user.nt already hold the narrowed window, the arguments the old first samples
     // and row length. Cuts the data (get_gpf_data(1, nf0, nt0, nf)), brings user.t0 and user.dwell in step
     // and shows the main window's fields, editable again. The step is journaled by the caller afterwards. 0
@@ -49,6 +47,9 @@ void xrp_mocomp(int tag, double x);
 
 // The window's top object; null before the first opening.
 wi_obj* xrp_window();
+
+// Forgets windows, profiles and hooks, as wi_reset_for_tests does with the objects.
+void xrp_reset_for_tests();
 
 // The strongest sample of user.rpdata: its range, in gates, and its record, counted from 1.
 struct rp_gate {
