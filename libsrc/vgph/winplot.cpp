@@ -152,10 +152,8 @@ void vg_lineset(_vghardcopy& hc, int color, int linetype, int linethick) {
     hc.currentcolor = color;
     hc.currentlinestyle = linetype;
     hc.currentthickness = linethick;
-    // A pen of one unit would be a hairline on paper: the thinnest one has the width of a fine pen.
-    const double thinnest = std::max(1.0, hc.pinch / 150);
-    const int width = static_cast<int>(std::lround(thinnest * std::max(1, linethick - 1)));
-    the_port().pen(hc.context, print_colors[std::clamp(color, 0, vg_overlay_color)], linetype, width);
+    the_port().pen(hc.context, print_colors[std::clamp(color, 0, vg_overlay_color)], linetype,
+                   std::max(1, linethick - 1));
 }
 
 void vg_hc_drawvec(_vghardcopy& hc, std::span<const _vgvec> vec) {
