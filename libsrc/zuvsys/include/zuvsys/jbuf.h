@@ -5,6 +5,7 @@
 #include "zuvsys/jmalloc.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <span>
 #include <type_traits>
@@ -31,10 +32,10 @@ public:
     }
     ~jbuf() { clear(); }
 
-    // n zeros; what was held is gone.
+    // n zeros; what was held is gone. A size that no memory holds ends the program in jmalloc.
     void reset(std::size_t n) {
         clear();
-        p_ = static_cast<T*>(jmalloc(n * sizeof(T)));
+        p_ = static_cast<T*>(jmalloc(n <= SIZE_MAX / sizeof(T) ? n * sizeof(T) : SIZE_MAX));
         n_ = n;
     }
     void assign(std::span<const T> from) {
