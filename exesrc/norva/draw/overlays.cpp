@@ -24,6 +24,7 @@ static void clip_to_slab(double start, double step, double a, double b, double& 
 }
 
 vgobject_ptr draw_vg_line(const _vgdataframe& df, double x, double y, double ang) {
+    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(ang)) return nullptr;
     const double rad = ang * std::numbers::pi / 180;
     // A right angle is exactly upright, so that rounding does not lean the line over a tall frame.
     const double dx = std::fabs(ang) == 90 ? 0 : std::cos(rad), dy = ang == 0 ? 0 : std::sin(rad);

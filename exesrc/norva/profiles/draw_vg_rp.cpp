@@ -16,8 +16,10 @@ namespace norva {
 // Margins around the box, plot inches: room for tic labels, axis labels and notes.
 constexpr float LEFT = 0.55f, RIGHT = 0.2f, BOTTOM = 0.68f, TOP = 0.85f;
 constexpr float NOTE_HEIGHT = 0.08f;
-constexpr int MIN_ROW_PIXELS = 6;       // least distance of two curves
-constexpr double MAX_HEADROOM = 0.4;    // of the box
+constexpr double HEIGHT_UNIT = 0.4;  // plot inches of a profile height of 1: tracks stand out, and their tips
+                                     // still lie close to the times they belong to
+constexpr int MIN_ROW_PIXELS = 6;    // least distance of two curves
+constexpr double MAX_HEADROOM = 0.4; // of the box
 constexpr int CURVE_COLOR = 3, RIM = 1; // palette
 
 record_range snap_to_records(double t0, double dt, int nrec, double& stime, double& etime) {
@@ -51,7 +53,7 @@ static vgobject_ptr draw_curves(const rp_picture& p, record_range rows, int ncol
     std::vector<float> x(ncol), y(ncol);
     for (int c = 0; c < ncol; c++) x[c] = vg_x_loc(df, p.r1 + p.dr * column_centre(c, ncol, p.nr));
     hidden_lines lines(*obj, x, df.y0 + df.ylen);
-    const double unit = p.peak > 0 ? p.height / p.peak : 0;
+    const double unit = p.peak > 0 ? HEIGHT_UNIT * p.height / p.peak : 0;
     for (int j = rows.first; j < rows.last; j += p.every) {
         reduce_row(p.rpdata.subspan(static_cast<std::size_t>(j) * p.nr, p.nr), y);
         const double base = df.y0 + (j - rows.first) * p.dt * yscale;
@@ -148,7 +150,8 @@ void draw_vg_rp(const _vgdisplay& disp, rp_picture& p) {
     df.y0 = BOTTOM;
     df.xlen = std::max(disp.xsize - LEFT - RIGHT, 0.5f);
     df.ylen = std::max(disp.ysize - BOTTOM - TOP, 0.5f);
-    const double headroom = std::min(p.height * std::min(p.truncation, 1.0), MAX_HEADROOM * df.ylen);
+    const double headroom =
+        std::min(HEIGHT_UNIT * p.height * std::min(p.truncation, 1.0), MAX_HEADROOM * df.ylen);
     const float time_len = static_cast<float>(df.ylen - headroom);
     const double yscale = time_len / (p.etime - p.stime);
     df.vx0 = p.r1;

@@ -20,7 +20,7 @@ struct rp_picture {
     double t0 = 0, dt = 0;         // seconds
     std::span<const float> rpdata; // power, whole rows of nr
     // in: how they are drawn
-    double height = 1;            // of the largest value shown, plot inches
+    double height = 1;            // of the largest value shown; 1 is 0.4 plot inches, 8 % of the display
     double truncation = 1;        // curves are cut off at this fraction of the largest value
     int scaling = PLOT_AMPLITUDE; // which quantity the curves show
     // in: the notes

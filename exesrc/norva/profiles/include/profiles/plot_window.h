@@ -23,7 +23,7 @@ void pjplot(int tag);
 // The settings, always finite and within their limits.
 struct plot_settings {
     double interpolation = 1; // samples of a transform per sample of data, at least 1
-    double height = 1;        // of the largest value shown, plot inches
+    double height = 1;        // of the largest value shown, as in rp_picture
     double truncation = 1;    // fraction of the largest value at which curves are cut off
     int scaling = 0;          // 0 amplitude, 1 power
 };
