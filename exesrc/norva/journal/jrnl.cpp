@@ -230,6 +230,8 @@ void jrnl(int tag) {
         user.count = eoj = out[0];
     }
     if (is_step) keep_crash_file(user.count, crash_bytes);
+    // The corrections are no step: should the analysis go on, the next step takes their place.
+    if (tag == 89) ask_store(journal_words{JOURNAL_GOTO, user.count});
 
     if (!refused(out) && is_step) show_position(tag);
     if (!refused(out) && tag == JOURNAL_LIST) show_listing(out);

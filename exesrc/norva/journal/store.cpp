@@ -154,12 +154,14 @@ static void save_and_close(words_out& out) {
     reply_text(out, "Journal saved on file");
 }
 
-// The bytes of a file, but no more than a legal journal has: the rest would be ignored anyway.
+// The bytes of a regular file, but no more than a legal journal has: the rest would be ignored anyway.
 static std::string read_journal_bytes(const std::string& name) {
+    std::error_code error;
+    const auto size = fs::is_regular_file(name, error) ? fs::file_size(name, error) : 0;
+    std::string bytes(error ? 0 : std::min<std::uintmax_t>(size, JOURNAL_MAX_FILE), '\0');
     std::ifstream file(name, std::ios::binary);
-    std::string bytes(JOURNAL_MAX_FILE, '\0');
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;
 }
 
@@ -173,7 +175,7 @@ static void load(words_in in, words_out& out) {
 
     journal_image image;
     words_out head(50);
-    const bool sound = fs::is_regular_file(name, ignored) && decode_journal(read_journal_bytes(name), image);
+    const bool sound = decode_journal(read_journal_bytes(name), image);
     if (sound) put_text(head, {image.head.data(), image.head.size()});
     // A reply that starts with -1 would pass for an error; no file name starts with these four bytes.
     if (!sound || head[0] == -1) return reply_text(out, "***Error...Cannot read Journal File");

@@ -1,0 +1,266 @@
+// Damaged journals and crash files, and a program killed at the worst moment.
+#include "journal_fixture.h"
+
+#include "journal/crash_file.h"
+#include "journal/listing.h"
+#include "zuvsys/safefile.h"
+
+#include <csignal>
+#include <random>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace norva::test {
+
+namespace {
+
+struct damage_test : journal_test {
+    // What a loaded journal holds, through every door there is.
+    static words contents() {
+        words all = ask({96, 1000000});
+        const int nc = all[0];
+        list_journal(all);
+        for (int i = 0; i <= nc; i++) {
+            const words r = ask({91, i});
+            journal_step step;
+            mcfile mc;
+            read_step(std::span(r).subspan(1), step);
+            read_mc_record(std::span(r).subspan(1), mc);
+            all.insert(all.end(), r.begin(), r.end());
+        }
+        return all;
+    }
+    static bool loads(const std::string& name) { return load(name).size() > 51; }
+};
+
+// A correction of each kind.
+mcfile two_corrections() {
+    mcfile mc;
+    mc.ptr = 1;
+    mc.nrecs = 2;
+    for (int i = 0; i < 2; i++) mc.nf0[i] = 1 + i, mc.nf[i] = 8, mc.nt0[i] = 3, mc.nt[i] = 4;
+    mc.flag[1] = MC_DECIMATE;
+    mc.t[0].assign(std::vector{0.5, -1e300, 3.0, 4.0, 5.25});
+    mc.t[1].assign(std::vector{4.0, 2.0});
+    return mc;
+}
+
+} // namespace
+
+TEST_F(damage_test, EveryTruncationIsRefusedAndChangesNothing) {
+    begin("a.jou;1");
+    ask(record(0, 4));
+    ask({27, 2, 6, 1, 8, 1, 8, 101, 119});
+    ask(build_mc_record(two_corrections(), 2));
+    ask({93});
+    const std::string whole = read_all("a.jou;1");
+
+    begin("kept.jou;1");
+    ask(record(0, 4));
+    ask(record(3, 4));
+    const words kept = contents();
+    for (std::size_t n = 0; n < whole.size(); n++) {
+        write_all("cut.jou", whole.substr(0, n));
+        ASSERT_EQ(journal_text(load("cut.jou")), "***Error...Cannot read Journal File") << n;
+    }
+    EXPECT_EQ(journal_text(load("none.jou")), "***Error...Journal file does not exist");
+    EXPECT_EQ(journal_text(load(".")), "***Error...Cannot read Journal File");
+    write_all("ff.jou", std::string(whole).replace(4, 4, "\xff\xff\xff\xff"));
+    EXPECT_EQ(journal_text(load("ff.jou")), "***Error...Cannot read Journal File")
+        << "would look like an error";
+    EXPECT_EQ(contents(), kept);
+    EXPECT_EQ(ask(record(4, 4)), reply(2, record(4, 4))) << "and the journal under way goes on";
+
+    write_all("cut.jou", whole + "more");
+    EXPECT_TRUE(loads("cut.jou"));
+    write_all("long.jou", std::string(whole).replace(4, 200, std::string(200, 'n')));
+    EXPECT_EQ(journal_head_name(load("long.jou")), std::string(200, 'n')) << "a head without NUL";
+}
+
+TEST_F(damage_test, NoFlippedBitLeadsOutsideTheRecords) {
+    begin("a.jou;1");
+    ask(record(0, 4));
+    ask({27, 2, 6, 1, 8, 1, 8, 101, 119});
+    ask(record(47, 25));
+    ask(build_mc_record(two_corrections(), 2));
+    ask({93});
+    const std::string whole = read_all("a.jou;1");
+    int refused = 0;
+    for (std::size_t bit = 0; bit < 8 * whole.size(); bit++) {
+        std::string flipped = whole;
+        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+        write_all("flip.jou", flipped);
+        if (loads("flip.jou"))
+            contents(); // under the sanitizers, this is the test
+        else
+            refused++;
+        // The lengths and counts: any flip in them is found.
+        const std::size_t byte = bit / 8;
+        const bool framing = byte < 4 || (byte >= 204 && byte < 212) || (byte >= 216 && byte < 228);
+        ASSERT_FALSE(framing && loads("flip.jou")) << bit;
+    }
+    EXPECT_GT(refused, 8 * 40);
+}
+
+TEST_F(damage_test, CrashFileIsReadWholeOrNotAtAll) {
+    user.count = 7;
+    user.mc = two_corrections();
+    ASSERT_TRUE(rw_mc("w"));
+    const std::string whole = read_all(CRASH_FILE);
+    const auto le = [](std::initializer_list<int> values) {
+        std::string bytes;
+        for (int v : values) bytes += static_cast<char>(v) + std::string(3, '\0');
+        return bytes;
+    };
+    const std::string ints = le({7, 1, 2, 0, 1, 1, 2, 8, 8, 3, 3, 4, 4}); // flag, nf0, nf, nt0, nt
+    ASSERT_EQ(whole.substr(0, ints.size()), ints);
+    ASSERT_EQ(whole.size(), ints.size() + 8 * (5 + 2));
+    EXPECT_EQ(whole.substr(ints.size() + 16, 8), std::string("\0\0\0\0\0\0\x08\x40", 8)) << "3.0";
+
+    user.count = 0;
+    user.mc = {};
+    ASSERT_TRUE(rw_mc("r"));
+    EXPECT_EQ(encode_crash_file(user.count, user.mc), whole);
+
+    for (std::size_t n = 0; n < whole.size(); n++) {
+        write_all(CRASH_FILE, whole.substr(0, n));
+        ASSERT_FALSE(rw_mc("r")) << n;
+    }
+    for (std::size_t bit = 0; bit < 8 * ints.size(); bit++) {
+        std::string flipped = whole;
+        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+        int count = 7;
+        mcfile mc = two_corrections();
+        if (decode_crash_file(flipped, count, mc)) {
+            EXPECT_TRUE(mc_is_sound(mc));
+            EXPECT_LE(count, 200);
+        } else {
+            EXPECT_EQ(encode_crash_file(count, mc), whole) << "refused, yet changed";
+        }
+    }
+    std::filesystem::remove(CRASH_FILE);
+    messages.clear();
+    EXPECT_FALSE(rw_mc("r"));
+    EXPECT_EQ(messages, std::vector<std::string>{"ERROR(9) in rw_mc()/jrnl -- can't open file norva.mc.sav"});
+    EXPECT_EQ(encode_crash_file(user.count, user.mc), whole);
+}
+
+// --- A killed program
+
+namespace {
+
+int calls_left; // until the process is killed in the middle of a call to the system
+
+void maybe_die() {
+    if (calls_left-- == 0) raise(SIGKILL);
+}
+
+ssize_t deadly_write(int fd, const void* bytes, std::size_t n) {
+    if (calls_left-- == 0) {
+        (void)!::write(fd, bytes, n / 2);
+        raise(SIGKILL);
+    }
+    return ::write(fd, bytes, n);
+}
+
+int deadly_rename(const char* from, const char* to) {
+    maybe_die();
+    const int status = std::rename(from, to);
+    maybe_die();
+    return status;
+}
+
+// The analysis: each step makes a correction whose delays tell its number. Tells the parent of each step
+// that has returned.
+void analyse(int pipe_out, int steps) {
+    jrnl(95);
+    reset_run_state();
+    user.rdfile = "raw.pfx";
+    user.jfile = "a.jou;1";
+    user.nf0 = user.nt0 = 1;
+    user.nf = user.nt = gp.nf = gp.nrec = 16;
+    jrnl(90);
+    for (int i = 0; i < steps; i++) {
+        if (i > 0 && i <= 20) {
+            mcfile& mc = user.mc;
+            mc.nf0[mc.ptr] = mc.nt0[mc.ptr] = 1;
+            mc.nf[mc.ptr] = mc.nt[mc.ptr] = 16;
+            mc.t[mc.ptr].assign(std::vector<double>(17, i));
+            mc.nrecs = ++mc.ptr;
+        }
+        jrnl(i == 0 ? 0 : 5);
+        const char done = static_cast<char>(i);
+        if (write(pipe_out, &done, 1) != 1) _exit(1);
+    }
+}
+
+struct kill_test : damage_test {
+    // Runs the analysis in a child; returns the last step that it saw finished, -1 for none.
+    template <class F> int last_step_before_death(F kill_child, int deadly_call) {
+        for (const char* name : {"a.jou;1", CRASH_FILE}) std::filesystem::remove(name);
+        int ends[2];
+        EXPECT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            calls_left = deadly_call;
+            if (deadly_call >= 0) {
+                safefile_system.write = deadly_write;
+                safefile_system.rename = deadly_rename;
+                safefile_system.fsync = [](int) { return maybe_die(), 0; };
+            }
+            analyse(ends[1], deadly_call >= 0 ? 6 : 190);
+            _exit(0);
+        }
+        close(ends[1]);
+        kill_child(child);
+        int last = -1;
+        char done;
+        while (read(ends[0], &done, 1) == 1) last = done;
+        close(ends[0]);
+        waitpid(child, nullptr, 0);
+        return last;
+    }
+
+    // All steps that had returned are on the disk, with their corrections.
+    void expect_nothing_lost(int last) {
+        if (last < 0 && !std::filesystem::exists("a.jou;1")) return;
+        ASSERT_TRUE(loads("a.jou;1")) << "after step " << last;
+        const int nc = ask({96, 1000000})[0];
+        ASSERT_GE(nc, last);
+        ASSERT_TRUE(rw_mc("r"));
+        const int end = std::min(user.count, nc); // as a load takes it
+        EXPECT_GE(end, last);
+        const words step = ask({91, end});
+        EXPECT_EQ(step[1], end == 0 ? 0 : 5);
+        ASSERT_LE(step[2], user.mc.nrecs);
+        for (int i = 0; i < step[2]; i++) EXPECT_EQ(user.mc.t[i][16], i + 1);
+    }
+};
+
+} // namespace
+
+TEST_F(kill_test, AtEachCallToTheSystem) {
+    int last = -1, call = 0;
+    for (; last < 5 && call < 200; call++) {
+        last = last_step_before_death([](pid_t) {}, call);
+        expect_nothing_lost(last);
+        ASSERT_FALSE(HasFatalFailure()) << "call " << call;
+    }
+    EXPECT_GT(call, 6 * 8) << "the kills came between and within the writes of both files";
+}
+
+TEST_F(kill_test, AtAnyTime) {
+    std::mt19937 random(20240229);
+    for (int i = 0; i < 25; i++) {
+        const int last = last_step_before_death(
+            [&](pid_t child) {
+                usleep(random() % 30000);
+                kill(child, SIGKILL);
+            },
+            -1);
+        expect_nothing_lost(last);
+        ASSERT_FALSE(HasFatalFailure()) << "round " << i;
+    }
+}
+
+} // namespace norva::test
