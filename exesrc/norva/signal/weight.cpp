@@ -1,9 +1,9 @@
 // One-dimensional amplitude weights.
 #include "signal/weight.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <vector>
 
 namespace norva {
 
@@ -23,6 +23,66 @@ void hamwt(float* w, int n, int) {
     for (int i = 1; i <= n; i++) {
         w[i - 1] = static_cast<float>(0.54 + 0.46 * std::cos(2 * pi * (i - (n + 1) * 0.5) / n));
     }
+}
+
+// The constant is part of the definition.
+float taylor(int n, int ncap) {
+    constexpr double two_pi = 6.28318;
+    constexpr double f[] = {0.585312, -0.031568, -0.004362};
+    double sum = 1;
+    for (int m = 1; m <= 3; m++) sum += f[m - 1] * std::cos(two_pi * m * (n - (ncap + 1) * 0.5) / ncap);
+    return static_cast<float>(sum);
+}
+
+float asarwt(int index, int ntotal) {
+    constexpr int nweights = 100;
+    // The first half of a symmetric table.
+    static constexpr float rising[nweights / 2] = {
+        0.116872F,  0.1303526F, 0.1446261F, 0.1597536F, 0.175674F,  0.1923875F, 0.2103208F, 0.2281932F,
+        0.2472246F, 0.2669879F, 0.2874832F, 0.3085885F, 0.3303038F, 0.352629F,  0.3754422F, 0.3987435F,
+        0.4224716F, 0.4465658F, 0.470965F,  0.4956082F, 0.5204343F, 0.5453215F, 0.5702696F, 0.5952178F,
+        0.6200439F, 0.6446871F, 0.6690863F, 0.6931195F, 0.7167256F, 0.7399048F, 0.7624741F, 0.7844333F,
+        0.8056606F, 0.8261559F, 0.8457363F, 0.8644626F, 0.882152F,  0.8988655F, 0.9144199F, 0.9288154F,
+        0.941991F,  0.9539465F, 0.9645602F, 0.9738929F, 0.9817616F, 0.9882884F, 0.9934122F, 0.9970721F,
+        0.999268F,  1.0F};
+    auto weights = [](int i) { return rising[i <= nweights / 2 ? i - 1 : nweights - i]; };
+
+    float factor = ntotal > 1 ? static_cast<float>(index - 1) / static_cast<float>(ntotal - 1) : 0.0F;
+    float place = (nweights - 1) * std::clamp(factor, 0.0F, 1.0F) + 1;
+    auto ipl = static_cast<int>(place);
+    if (ipl >= nweights) return weights(nweights);
+    float xfac = place - static_cast<float>(ipl);
+    return weights(ipl) + (weights(ipl + 1) - weights(ipl)) * xfac;
+}
+
+void weight(float* w, float* dw, int nw, int lw) {
+    if (nw < 1) return;
+    const int l = lw % 10;
+    const double dx = 1.0 / nw;
+    const double x1 = lw < 10 && nw % 2 == 1 ? -(1 - dx) / 2 : -0.5;
+    for (int k = 0; k < nw; k++) {
+        double x = x1 + k * dx;
+        if (l <= 0)
+            w[k] = 1.0F;
+        else if (l == 1)
+            w[k] = diawght(static_cast<float>(2 * x));
+        else if (l == 2)
+            w[k] = static_cast<float>(0.54 + 0.46 * std::cos(2 * pi * x));
+        else if (l == 3)
+            w[k] = static_cast<float>(0.42 + 0.5 * std::cos(2 * pi * x) + 0.08 * std::cos(4 * pi * x));
+    }
+    if (l == 2 || l == 4) w[0] = w[nw - 1] = 0.005F;
+    if (lw >= 10) {
+        w[0] *= 0.5F;
+        if (nw > 1) w[nw - 1] *= 0.5F;
+    }
+    double sum = 0;
+    for (int k = 0; k < nw; k++) sum += w[k];
+    if (sum != 0) {
+        for (int k = 0; k < nw; k++) w[k] = static_cast<float>(w[k] / sum);
+    }
+    const float centre = w[nw / 2];
+    for (int k = 0; k < nw; k++) dw[k] = w[k] > 0 ? centre / w[k] : 0.0F;
 }
 
 } // namespace norva

@@ -4,10 +4,9 @@
 
 namespace norva {
 
-constexpr int IMGINT_TAPS = 15;        // what every caller of imgint passes as nt
-constexpr int IMGINT_MAX_TAPS = 64;    // more act as 64
-constexpr int IMGINT_MAX_TABLE = 8193; // "stop in imgint6" for a table argument above
-constexpr int TABLE_PER_SAMPLE = 16;   // table values per sample of the grid
+constexpr int IMGINT_TAPS = 15;      // what every caller of imgint passes as nt
+constexpr int IMGINT_MAX_TAPS = 64;  // more act as 64
+constexpr int TABLE_PER_SAMPLE = 16; // table values per sample of the grid
 
 // sin(pi x)/(pi x), and exactly 1 for |x| <= 0.0001.
 float sinc(float x);
@@ -35,6 +34,7 @@ float cubint(const float* a, int n, float u);
 void resamp(const float* a, int na, int nb, float b1, float db, float* b);
 
 // Running integral d of the rate dr over the times t, n values, by trapezoids, less its value at the middle.
+// d may be dr.
 void drint(const double* dr, const double* t, int n, double* d);
 
 } // namespace norva
