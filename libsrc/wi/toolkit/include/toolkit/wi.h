@@ -108,7 +108,7 @@ port_win getparenthandle(const wi_obj* parent);
 void wi_on(wi_obj* wo);
 // Hides wo and everything below it. What is hidden keeps its place.
 void wi_off(wi_obj* wo);
-// True when wo would be seen with its window up: neither it nor what it is in was turned off.
+// True when wo, all it is in, and its window are on.
 bool wi_isvisible(const wi_obj* wo);
 
 // Size in units of a 1024 by 768 screen, scaled to the real screen and by a further 1.25. For objects that
@@ -168,6 +168,7 @@ struct wi_hooks_t {
     // A key with Ctrl held in the window `top`: 'Z' ... True when it was taken.
     bool (*shortcut)(wi_obj* top, char key) = nullptr;
     bool (*crsh_safe)() = nullptr; // may a window without close callback go, and the program end?
+    std::string home_dir;          // the installation's own folder, where "QELM" is not set
 };
 extern wi_hooks_t wi_hooks;
 

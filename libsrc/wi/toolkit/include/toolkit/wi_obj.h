@@ -249,6 +249,7 @@ void setwiobject(port_win win, wi_obj* wo);
 struct wi_menuinfo {
     wi_obj* menubar = nullptr;
     int pulldown = 0, button = 0; // indices in the bar and in the pulldown
+    bool operator==(const wi_menuinfo&) const = default;
 };
 int setmenuinfo(const wi_menuinfo& info); // command number, or -1 when the table is full
 const wi_menuinfo* getmenuinfo(int id);   // null: no such command
