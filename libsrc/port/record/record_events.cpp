@@ -30,6 +30,11 @@ void record_port::busy(bool on) {
     busy_depth = std::max(busy_depth + (on ? 1 : -1), 0);
 }
 
+void record_port::later(std::function<void()> task) {
+    note("later", 0);
+    tasks_.push_back(std::move(task));
+}
+
 void record_port::request_paint(port_win draw) {
     record_window* w = get(draw);
     if (!w) return;
@@ -91,6 +96,12 @@ void record_port::run_pending() {
         }
         if (busy_depth == 0 && paint_one()) continue;
         if (answer_one()) continue;
+        if (!tasks_.empty()) {
+            const auto task = std::move(tasks_.front());
+            tasks_.pop_front();
+            if (task) task();
+            continue;
+        }
         return;
     }
     throw std::logic_error("run_pending: an event handler keeps asking for the next event");
@@ -224,14 +235,15 @@ bool record_port::type(port_win field, const std::string& text) {
             events_->on_tab(field, false);
         } else if (ch == U'\r' && windows_.at(field).kind != port_kind::page) {
             events_->on_return(field);
-        } else if (windows_.at(field).read_only || !events_->on_char(field, ch)) {
+        } else if (windows_.at(field).read_only) {
             all_kept = false;
-        } else if (record_window* w = get(field)) {
-            if (ch == U'\b')
-                take_last_char(w->text);
-            else
-                w->text += ch == U'\r' ? "\n" : bytes;
-            w->index = -1;
+        } else if (ch == U'\b') {
+            take_last_char(windows_.at(field).text);
+        } else if (const bool page = windows_.at(field).kind == port_kind::page;
+                   page || events_->on_char(field, ch)) {
+            if (record_window* w = get(field)) w->text += ch == U'\r' ? "\n" : bytes;
+        } else {
+            all_kept = false;
         }
     }
     return all_kept;

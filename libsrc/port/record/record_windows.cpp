@@ -63,7 +63,6 @@ std::vector<port_win> record_port::all(port_kind kind, port_win top) const {
     return found;
 }
 
-// A child made in a hidden window comes up with it; one made in a shown window waits for show.
 port_win record_port::create(port_kind kind, port_win parent, int style, const std::string& text) {
     if (kind != port_kind::top && !get(parent)) return 0;
     const port_win win = next_++;
@@ -72,7 +71,8 @@ port_win record_port::create(port_kind kind, port_win parent, int style, const s
     w.parent = kind == port_kind::top ? 0 : parent;
     w.style = style;
     w.text = text;
-    w.shown = kind != port_kind::top && !visible(parent);
+    w.shown = kind != port_kind::top; // seen once its window is
+    w.read_only = kind == port_kind::page;
     record_call& call = note("create", win);
     call.style = style;
     call.text = text;
@@ -129,7 +129,8 @@ void record_port::show(port_win win, bool on) {
 }
 
 bool record_port::shown(port_win win) {
-    return visible(win);
+    const record_window* w = get(win);
+    return w && w->shown;
 }
 
 void record_port::raise(port_win win) {
@@ -164,10 +165,6 @@ void record_port::set_text(port_win win, const std::string& text) {
     note("set_text", win).text = text;
     if (w->kind == port_kind::combo) return; // shows its entries only
     w->text = text;
-    if (w->kind == port_kind::combo_edit) {
-        const auto it = std::find(w->list.begin(), w->list.end(), text);
-        w->index = it == w->list.end() ? -1 : static_cast<int>(it - w->list.begin());
-    }
 }
 
 std::string record_port::get_text(port_win win) {
@@ -200,14 +197,18 @@ void record_port::list_select(port_win win, int index) {
     record_window* w = get(win);
     if (!w) return;
     note("list_select", win).style = index;
-    const bool known = index >= 0 && index < static_cast<int>(w->list.size());
-    w->index = known ? index : -1;
-    w->text = known ? w->list[static_cast<std::size_t>(index)] : "";
+    if (index >= static_cast<int>(w->list.size())) return;
+    w->index = std::max(index, -1);
+    w->text = index >= 0 ? w->list[static_cast<std::size_t>(index)] : "";
 }
 
 int record_port::list_index(port_win win) {
     const record_window* w = get(win);
-    return w ? w->index : 0;
+    if (!w) return 0;
+    if (w->kind != port_kind::combo_edit) return w->index;
+    // A typed text counts as the entry that reads the same, or as none.
+    const auto it = std::find(w->list.begin(), w->list.end(), w->text);
+    return it == w->list.end() ? -1 : static_cast<int>(it - w->list.begin());
 }
 
 void record_port::swatch_colour(port_win win, std::uint32_t rgb) {

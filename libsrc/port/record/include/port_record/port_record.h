@@ -134,8 +134,9 @@ public:
     bool drag(port_win draw, int x, int y, int button = 0);
     bool release(port_win draw, int x, int y, int button = 0);
     bool free_move(port_win draw, int x, int y);
-    // Types into a field, combo_edit or page: each character that on_char keeps is put at the end, "\b" takes
-    // the last one off, "\r" is the return key and "\t" the tab key. False when any character was refused.
+    // Types into a field, combo_edit or page: each character that on_char keeps is put at the end (a page
+    // keeps all), "\b" takes the last one off, "\r" is the return key and "\t" the tab key. False when any
+    // character was refused.
     bool type(port_win field, const std::string& text);
     // Replaces the text, as by select all and typing, then return.
     bool enter(port_win field, const std::string& text);
@@ -150,7 +151,7 @@ public:
     bool shortcut(port_win top, char key);
     void expose(port_win draw); // a paint without a change of size, at once
 
-    // --- The loop: delivers held sizes, paint notices and queued answers until nothing is left.
+    // --- The loop: delivers held sizes, paint notices, queued answers and tasks until nothing is left.
     void run_pending();
     bool answer_yes_no(bool yes); // the oldest open question
     bool answer_file(const std::string& name);
@@ -161,6 +162,7 @@ public:
     void quit(int code) override;
     void pump() override;
     void busy(bool on) override;
+    void later(std::function<void()> task) override;
     port_size screen_size() override { return screen; }
     port_size edge_size() override { return edge; }
     int char_height() override { return line_height; }
@@ -238,6 +240,7 @@ private:
     std::map<port_win, pen_state> pens_;
     std::set<port_win> held_sizes_; // tops whose size changed while busy
     std::deque<waiting> waiting_;
+    std::deque<std::function<void()>> tasks_;
     port_win next_ = 1, focused_ = 0, raised_ = 0;
 };
 
