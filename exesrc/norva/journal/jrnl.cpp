@@ -212,11 +212,11 @@ void jrnl(int tag) {
     if (!is_journal_tag(tag)) return popmsg("ERROR(1) in jrnl()/jrnl -- bad jrnl tag!");
     if (managing == 1) return;
 
-    // The crash file is made ready for the step before the journal has it. A crash between the two then loses
-    // nothing: who reads the file holds the position in it to the records that the journal has.
+    // The crash file names the position before the step until the journal has the step: together the two
+    // files are sound at every moment, also while a step replaces later ones and their corrections.
     const bool is_step = tag < 89;
     std::string crash_bytes;
-    keep_crash_file(is_step ? journal_next_index() : eoj, crash_bytes);
+    keep_crash_file(is_step ? user.count : eoj, crash_bytes);
 
     if (tag == JOURNAL_SAVE) journal_fault_shown = false; // told again: this may be the last call
     if (tag == JOURNAL_ABORT) user.pfdata.clear();
