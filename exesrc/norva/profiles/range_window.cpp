@@ -179,6 +179,7 @@ void range_downsize() {
         return;
     }
     xrp_cb(nullptr, 0);
+    journal_hooks.enable_fields(1);
     jrnl(9);
 }
 

@@ -18,7 +18,7 @@ struct range_window_hooks {
     void (*xpk_draw_init)() = nullptr;
     // "Downsize": user.nt0 and user.nt already hold the narrowed window, the arguments the old first samples
     // and row length. Cuts the data (get_gpf_data(1, nf0, nt0, nf)), brings user.t0 and user.dwell in step
-    // and shows the main window's fields, editable again. The step is journaled by the caller afterwards. 0
+    // and shows the main window's fields. The window then closes, unlocks the fields and journals the step. 0
     // when the data could not be cut, after a message.
     int (*downsize)(int nf0, int nt0, int nf) = nullptr;
 };
