@@ -8,6 +8,10 @@
 
 add_library(norva_options INTERFACE)
 target_compile_options(norva_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # Warns about text + text of the standard library itself (GCC bug 105651).
+  target_compile_options(norva_options INTERFACE -Wno-restrict)
+endif()
 if(NORVA_WERROR)
   target_compile_options(norva_options INTERFACE -Werror)
 endif()

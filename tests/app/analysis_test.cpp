@@ -1,0 +1,302 @@
+// Whole analyses: each step journaled, positions gone to and come back from, saved, replayed in a new run,
+// resumed after a kill. Truth: the same samples, bit for bit.
+#include "workstation.h"
+
+#include "app/gpf.h"
+#include "journal/store.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+namespace norva {
+namespace {
+
+using test::gate_scene;
+using test::write_gate;
+
+struct position_state {
+    std::vector<float> data, profiles;
+    int nf0, nf, nt0, nt, mc_ptr;
+    bool window;
+    bool operator==(const position_state&) const = default;
+};
+
+class analysis : public test::workstation {
+protected:
+    // A scatterer 5 gates off that drifts by an eighth of a gate each record.
+    void SetUp() override {
+        gate_scene scene;
+        scene.delay = [bw = scene.bw()](double t) { return (5 + 12.5 * t) / bw; };
+        scene.plen = 0.004;
+        write_gate("drift.pfx", scene);
+        start();
+    }
+
+    static position_state state() {
+        return {samples(),   rpwinon ? copy(user.rpdata) : std::vector<float>(),
+                user.nf0,    user.nf,
+                user.nt0,    user.nt,
+                user.mc.ptr, rpwinon != 0};
+    }
+
+    // The step just made, remembered under its position.
+    void remember() { seen_[user.count] = state(); }
+
+    void narrow(int nf0, int nf, int nt0, int nt) {
+        if (user.pstyle == 0) click("Input Parameter Style");
+        const double values[4] = {double(nf0), double(nf), double(nt0), double(nt)};
+        for (int i = 0; i < 4; i++) wi_numfld_putval(main_window().numfld[i], values[i]);
+    }
+
+    // Two visits of the range window with five corrections, the second with a narrower window.
+    void analyse() {
+        open("drift.pfx");
+        narrow(1, 32, 2, 23);
+        ASSERT_TRUE(click("Range Prof"));
+        remember();
+        ASSERT_TRUE(click("Rmv Drift"));
+        remember();
+        xrp_mocomp(0, 3.0);
+        rec->run_pending();
+        remember();
+        ASSERT_TRUE(click("DISMISS"));
+        remember();
+        narrow(3, 25, 5, 15);
+        ASSERT_TRUE(click("Range Prof"));
+        remember();
+        xrp_mocomp(2, 0.01);
+        remember();
+        ASSERT_TRUE(click("Rmv Ambs"));
+        const port_win dialog = rec->find(port_kind::top, "Remove Doppler Ambs");
+        ASSERT_TRUE(dialog);
+        rec->enter(rec->all(port_kind::field, dialog).at(0), "2");
+        ASSERT_TRUE(click("Apply"));
+        remember();
+        ASSERT_TRUE(messages.empty()) << messages[0];
+    }
+
+    void expect_position(int position) {
+        SCOPED_TRACE(testing::Message() << "position " << position);
+        go_to(position);
+        EXPECT_EQ(user.count, position);
+        const position_state &now = state(), &then = seen_.at(position);
+        EXPECT_EQ(now.nf0, then.nf0);
+        EXPECT_EQ(now.nf, then.nf);
+        EXPECT_EQ(now.nt0, then.nt0);
+        EXPECT_EQ(now.nt, then.nt);
+        EXPECT_EQ(now.mc_ptr, then.mc_ptr);
+        EXPECT_EQ(now.window, then.window);
+        EXPECT_TRUE(now.data == then.data);
+        EXPECT_TRUE(now.profiles == then.profiles);
+        EXPECT_EQ(managing, 0);
+    }
+    void expect_every_position() {
+        for (int position = 1; position <= eoj; position++) expect_position(position);
+        for (int position = eoj; position >= 1; position--) expect_position(position);
+        for (int position : {1, eoj, 4, 0, 2, eoj})
+            if (position == 0)
+                go_to(0);
+            else
+                expect_position(position);
+    }
+
+    std::map<int, position_state> seen_;
+};
+
+TEST_F(analysis, steps_back_and_forward_in_the_same_run) {
+    analyse();
+    ASSERT_EQ(eoj, 7);
+    expect_every_position();
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(analysis, saved_and_replayed_in_a_new_run) {
+    analyse();
+    const int last = eoj;
+    ASSERT_TRUE(click("DISMISS"));
+    remember();
+    ASSERT_TRUE(click("SAVE"));
+    EXPECT_EQ(eoj, 0);
+    EXPECT_TRUE(std::filesystem::exists("drift.jou;1"));
+    EXPECT_TRUE(std::filesystem::exists("drift.mc;1"));
+    EXPECT_FALSE(std::filesystem::exists("norva.mc.sav"));
+    const std::string saved = test::read_all("drift.jou;1");
+
+    start();
+    open_journal("drift.jou;1");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    EXPECT_EQ(eoj, last + 1);
+    EXPECT_EQ(user.count, eoj);
+    EXPECT_EQ(user.jfile, "drift.jou;2");
+    expect_every_position();
+
+    // A step goes to the new version; the opened journal stays as it was.
+    expect_position(3);
+    xrp_mocomp(0, -1);
+    EXPECT_EQ(eoj, 4);
+    EXPECT_EQ(test::read_all("drift.jou;1"), saved);
+    EXPECT_TRUE(std::filesystem::exists("drift.jou;2"));
+}
+
+TEST_F(analysis, replayed_from_another_folder) {
+    analyse();
+    click("DISMISS");
+    click("SAVE");
+    std::filesystem::create_directory("moved");
+    std::filesystem::rename("drift.pfx", "moved/drift.pfx");
+    std::filesystem::rename("drift.jou;1", "moved/drift.jou;1");
+    start();
+    open_journal("moved/drift.jou;1");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    EXPECT_EQ(user.rdfile, "moved/drift.pfx");
+    expect_position(6);
+
+    start();
+    std::filesystem::remove("moved/drift.pfx");
+    open_journal("moved/drift.jou;1");
+    ASSERT_FALSE(messages.empty());
+    EXPECT_NE(messages[0].find("Unable to open file drift.pfx for reading!"), std::string::npos);
+    EXPECT_EQ(eoj, 0);
+    EXPECT_TRUE(user.rdfile.empty());
+    EXPECT_TRUE(std::filesystem::exists("moved/drift.jou;1"));
+}
+
+TEST_F(analysis, resumed_after_a_kill) {
+    analyse();
+    const int last = eoj;
+    const std::string name = user.jfile;
+    killed();
+    EXPECT_EQ(eoj, 0);
+    open_journal(name);
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    EXPECT_EQ(eoj, last);
+    expect_every_position();
+}
+
+TEST_F(analysis, a_new_step_drops_the_steps_ahead) {
+    analyse();
+    expect_position(2);
+    xrp_mocomp(0, 1);
+    EXPECT_EQ(eoj, 3);
+    EXPECT_EQ(user.mc.ptr, 2);
+    EXPECT_EQ(user.mc.nrecs, 2);
+    mng_jrnl(nullptr, 1);
+    EXPECT_EQ(messages, std::vector<std::string>{"End of journal!"});
+}
+
+TEST_F(analysis, position_field_and_keys) {
+    analyse();
+    EXPECT_FALSE(rec->enter(rec->all(port_kind::field, rec->find(port_kind::top, "NORVA: main")).at(2), "1"));
+    EXPECT_TRUE(rec->shortcut(getparenthandle(xrp_window()), 'Z'));
+    EXPECT_EQ(user.count, 6);
+    EXPECT_TRUE(rec->shortcut(getparenthandle(xrp_window()), 'Y'));
+    EXPECT_EQ(user.count, 7);
+    go_to(0);
+    // Position 0 is the whole file, but the records chosen stay chosen.
+    EXPECT_EQ(wi_numfld_getval(main_window().numfld[2]), 1);
+    EXPECT_EQ(wi_numfld_getval(main_window().numfld[1]), 32);
+    EXPECT_EQ(wi_get_int(main_window().jfld), 0);
+    EXPECT_FALSE(rpwinon);
+}
+
+TEST_F(analysis, listing) {
+    analyse();
+    click("DISMISS");
+    ASSERT_TRUE(click("See Journal Info"));
+    const std::string page = wi_editpage_getstr(main_window().epg);
+    EXPECT_EQ(page.find("Journal File Operations\n\n"), 0u);
+    for (const char* text : {"Initialization", "Range Profile (window)", "Remove Linear Drift (Mocomp)",
+                             "Center Profiles (Mocomp)", "Dismiss (to main window)", "Remove Line (Mocomp)",
+                             "Remove Doppler Ambiguities (Mocomp)"})
+        EXPECT_NE(page.find(text), std::string::npos) << text;
+    ASSERT_TRUE(click("See Raw Data File Info"));
+    EXPECT_EQ(wi_editpage_getstr(main_window().epg).find("File Parameters for drift.pfx"), 0u);
+}
+
+TEST_F(analysis, quitting) {
+    analyse();
+    click("QUIT");
+    click("Cancel");
+    EXPECT_FALSE(rec->has_quit);
+    click("QUIT");
+    click("Yes");
+    EXPECT_EQ(messages, std::vector<std::string>{"You must close all windows before quitting!"});
+    EXPECT_FALSE(rec->has_quit);
+    click("DISMISS");
+    click("QUIT");
+    click("Yes");
+    EXPECT_TRUE(rec->has_quit);
+
+    // The text file: frame, then every correction with its delays.
+    const std::string text = test::read_all("drift.mc;1");
+    EXPECT_EQ(
+        text.find(
+            "Output Motion Compensation File from NORVA\nData file: drift.pfx\nJournal file: drift.jou;1\n"
+            "****\n"),
+        0u);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 12 + 2 * (1 + 24) + 2 * (1 + 16));
+}
+
+TEST_F(analysis, quitting_without_saving) {
+    analyse();
+    click("DISMISS");
+    click("SAVE");
+    click("Range Prof"); // a second journal, not wanted
+    EXPECT_TRUE(std::filesystem::exists("drift.jou;2"));
+    click("DISMISS");
+    click("QUIT");
+    click("No");
+    EXPECT_TRUE(rec->has_quit);
+    EXPECT_FALSE(std::filesystem::exists("drift.jou;2"));
+    EXPECT_TRUE(std::filesystem::exists("drift.jou;1"));
+}
+
+TEST_F(analysis, journals_that_are_none) {
+    analyse();
+    click("DISMISS");
+    click("SAVE");
+    const std::string bytes = test::read_all("drift.jou;1");
+    test::write_all("empty.jou", "");
+    test::write_all("half.jou", bytes.substr(0, bytes.size() / 2));
+    test::write_all("other.jou", test::read_all("drift.pfx"));
+    for (const char* name : {"missing.jou", "empty.jou", "half.jou", "other.jou"}) {
+        messages.clear();
+        open_journal(name);
+        EXPECT_EQ(messages.size(), 1u) << name;
+        EXPECT_EQ(eoj, 0);
+        EXPECT_TRUE(user.rdfile.empty());
+    }
+    // Damaged numbers inside: a message or a replay of what still holds together, never a crash.
+    for (std::size_t i = 200; i < bytes.size(); i += 7) {
+        std::string damaged = bytes;
+        damaged[i] = static_cast<char>(damaged[i] ^ 0x24);
+        test::write_all("damaged.jou", damaged);
+        start();
+        open_journal("damaged.jou");
+        for (int position = 0; position <= std::min(eoj, 8); position++) go_to(position);
+        jrnl(95);
+    }
+}
+
+TEST_F(analysis, a_folder_that_cannot_be_written) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
+    std::filesystem::permissions(".",
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    open("drift.pfx");
+    click("Range Prof");
+    EXPECT_FALSE(messages.empty());
+    EXPECT_EQ(rpwinon, 1);
+    click("DISMISS");
+    click("QUIT");
+    click("Yes");
+    EXPECT_FALSE(rec->has_quit);
+    std::filesystem::permissions(".", std::filesystem::perms::owner_all);
+    click("QUIT");
+    click("Yes");
+    EXPECT_TRUE(rec->has_quit);
+    EXPECT_TRUE(std::filesystem::exists("drift.jou;1"));
+}
+
+} // namespace
+} // namespace norva
