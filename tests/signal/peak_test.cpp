@@ -1,0 +1,213 @@
+// Peaks of curves and images that are known between their samples.
+#include "signal/fft.h"
+#include "signal/peak.h"
+#include "signal/resize.h"
+#include "signal/vector.h"
+#include "support/reference.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace norva {
+namespace {
+
+using floats = std::vector<float>;
+
+// 9 samples of the parabola of height 10 around `at`, positions from 1.
+floats parabola(float at) {
+    floats a(9);
+    for (int k = 0; k < 9; k++)
+        a[k] = 10 - 0.5F * (static_cast<float>(k + 1) - at) * (static_cast<float>(k + 1) - at);
+    return a;
+}
+
+TEST(peak, positions_on_curves) {
+    for (float at : {2.0F, 4.3F, 5.5F, 7.8F}) {
+        floats a = parabola(at);
+        EXPECT_NEAR(pkloc(a.data(), 9), at, 1e-5);
+        EXPECT_NEAR(pklocr(a.data(), 9), at, 1e-5);
+        EXPECT_NEAR(pkpos(a.data(), 9, 1), at, 1e-5);
+        EXPECT_NEAR(pkpos(a.data(), 9, 8), at, 1e-5); // down the other side
+    }
+    const floats two_tops = {1, 5, 5, 0, 3, 4, 2};
+    EXPECT_EQ(kpeak(two_tops.data(), 7), 2);
+    EXPECT_NEAR(pkpos(two_tops.data(), 7, 4), 5 + 1 - 0.5F * (2 - 3) / (2 - 8 + 3),
+                1e-6); // the nearer, lower one
+    EXPECT_EQ(pkpos(two_tops.data(), 7, 7), 0);
+    EXPECT_EQ(pkpos(two_tops.data(), 1, 0), 0);
+    const floats edge = {9, 5, 1, 2, 3};
+    EXPECT_EQ(pkloc(edge.data(), 5), 0);
+    EXPECT_NEAR(pklocr(edge.data(), 5), 1 - 0.5F * (5 - 3) / (5 - 18 + 3), 1e-6); // wraps to the last
+    EXPECT_EQ(pkpos(edge.data(), 5, 2), 0);                                       // climbs down to the first
+    const floats flat(6, 2.0F), none = {-1, -3, 0, NAN};
+    EXPECT_EQ(pkpos(flat.data(), 6, 3), 0);
+    EXPECT_EQ(kpeak(none.data(), 4), 1);
+    EXPECT_EQ(pkloc(none.data(), 4), 0);
+    EXPECT_EQ(pklocr(none.data(), 4), 0);
+    EXPECT_EQ(pklocr(flat.data(), 6), 1);
+}
+
+TEST(peak, widths) {
+    // A triangle of height 4 with its top at sample 6: crossings of the level A0 PK by straight lines. The
+    // parabola through the top is flat, so that PK = 4: at half, 2 samples to each side.
+    floats a = {0, 0, 1, 2, 3, 4, 3, 2, 1, 0, 0};
+    float wl = -1, wr = -1;
+    EXPECT_NEAR(pkwdth(a.data(), 11, 6, 0.5F, &wl, &wr), 4, 1e-6);
+    EXPECT_NEAR(wl, 2, 1e-6);
+    EXPECT_NEAR(pkwdth(a.data(), 11, 6, 0.7F, &wl, &wr), 2.4, 1e-5);
+    // Half way down a sampled parabola of height 10 and curvature 1, at 5.3: 2 sqrt(10 (1 - 0.7)) but for the
+    // chords.
+    floats p = parabola(5.3F);
+    EXPECT_NEAR(pkwdth(p.data(), 9, 5, 0.7F, &wl, &wr), 2 * std::sqrt(6.0), 0.1);
+    EXPECT_NEAR(wr, std::sqrt(6.0), 0.06);
+    for (float& v : p) v *= 1000; // the width knows no unit
+    EXPECT_NEAR(pkwdth(p.data(), 9, 5, 0.7F, &wl, &wr), 2 * std::sqrt(6.0), 0.1);
+    wl = wr = -1;
+    EXPECT_EQ(pkwdth(a.data(), 11, 6, 0, &wl, &wr), 0);    // nothing is below 0
+    EXPECT_EQ(pkwdth(a.data(), 11, 3, 0.5F, &wl, &wr), 0); // on the slope: no vertex within a sample
+    EXPECT_EQ(pkwdth(a.data(), 11, 1, 0.5F, &wl, &wr), 0);
+    EXPECT_EQ(pkwdth(a.data(), 11, 11, 0.5F, &wl, &wr), 0);
+    EXPECT_EQ(wl, -1);
+    EXPECT_EQ(wr, -1);
+}
+
+TEST(peak, image_maxima_in_falling_order) {
+    const int nx = 12, ny = 9;
+    floats a(nx * ny, 1.0F);
+    auto at = [&](int i, int j) -> float& { return a[(j - 1) * nx + i - 1]; };
+    at(1, 1) = 5;  // corner: its neighbours wrap
+    at(6, 1) = 7;  // first row
+    at(12, 5) = 6; // last column
+    at(6, 5) = 4;  // equal to the next
+    at(9, 7) = 4;
+    at(3, 7) = at(4, 7) = 9; // plateau: no peak
+    std::vector<int> lp(6, -1);
+    int np = -1;
+    peaks(a.data(), nx, ny, 5, 2, lp.data(), &np);
+    auto index = [&](int i, int j) { return (j - 1) * nx + i; };
+    ASSERT_EQ(np, 5);
+    EXPECT_EQ(std::vector<int>(lp.begin(), lp.begin() + 5),
+              (std::vector<int>{index(6, 1), index(12, 5), index(1, 1), index(9, 7), index(6, 5)}));
+    peaks(a.data(), nx, ny, 3, 2, lp.data(), &np);
+    ASSERT_EQ(np, 3);
+    EXPECT_EQ(lp[0], index(6, 1));
+    EXPECT_EQ(lp[2], index(1, 1));
+    peaks(a.data(), nx, ny, 1, 2, lp.data(), &np);
+    EXPECT_EQ(np, 1);
+    EXPECT_EQ(lp[0], index(6, 1));
+    peaks(a.data(), nx, ny, 5, 4, lp.data(), &np); // the threshold itself does not pass
+    EXPECT_EQ(np, 3);
+    at(6, ny) = 7; // now the first row's peak has an equal neighbour across the edge
+    peaks(a.data(), nx, ny, 5, 2, lp.data(), &np);
+    EXPECT_EQ(np, 4);
+    floats flat(nx * ny, 3.0F);
+    peaks(flat.data(), nx, ny, 5, 0, lp.data(), &np);
+    EXPECT_EQ(np, 0);
+    flat[40] = NAN;
+    peaks(flat.data(), nx, ny, 5, 0, lp.data(), &np);
+    EXPECT_EQ(np, 0);
+}
+
+TEST(peak, image_maxima_of_noise) {
+    // Against the definition, on sizes with and without whole vectors.
+    for (auto [nx, ny] : {std::pair(40, 31), {7, 3}, {33, 2}, {1, 9}, {9, 1}}) {
+        floats a = test::noise(nx * ny, nx);
+        std::vector<int> lp(nx * ny + 1), want;
+        int np = 0;
+        peaks(a.data(), nx, ny, nx * ny, 0, lp.data(), &np);
+        for (int j = 0; j < ny; j++) {
+            for (int i = 0; i < nx; i++) {
+                bool top = a[j * nx + i] > 0;
+                for (int dj : {ny - 1, 0, 1}) {
+                    for (int di : {nx - 1, 0, 1}) {
+                        if ((di || dj) && !(a[j * nx + i] > a[(j + dj) % ny * nx + (i + di) % nx]))
+                            top = false;
+                    }
+                }
+                if (top) want.push_back(j * nx + i + 1);
+            }
+        }
+        std::sort(want.begin(), want.end(), [&](int p, int q) { return a[p - 1] > a[q - 1]; });
+        EXPECT_EQ(std::vector<int>(lp.begin(), lp.begin() + np), want) << nx << " " << ny;
+    }
+}
+
+// nx by ny image of point scatterers, twice oversampled from their transform.
+struct scatterer {
+    double x, y, amplitude, phase; // position in samples, from 1
+};
+floats scene(int nx, int ny, const std::vector<scatterer>& points) {
+    floats a(2 * static_cast<std::size_t>(nx) * ny);
+    for (int j = 0; j < ny / 2; j++) {
+        for (int i = 0; i < nx / 2; i++) {
+            double re = 0, im = 0;
+            for (const scatterer& s : points) {
+                double arg =
+                    s.phase - 2 * M_PI * ((i - nx / 4) * (s.x - 1) / nx + (j - ny / 4) * (s.y - 1) / ny);
+                double wx = 0.54 - 0.46 * std::cos(4 * M_PI * (i + 0.5) / nx),
+                       wy = 0.54 - 0.46 * std::cos(4 * M_PI * (j + 0.5) / ny);
+                re += s.amplitude * wx * wy * std::cos(arg);
+                im += s.amplitude * wx * wy * std::sin(arg);
+            }
+            // The middle of the band at element 1.
+            int jj = (j - ny / 4 + ny) % ny, ii = (i - nx / 4 + nx) % nx;
+            a[2 * (static_cast<std::size_t>(jj) * nx + ii)] = static_cast<float>(re);
+            a[2 * (static_cast<std::size_t>(jj) * nx + ii) + 1] = static_cast<float>(im);
+        }
+    }
+    fft2d(a.data(), nx, ny, +1, +1);
+    return a;
+}
+
+TEST(peak, scatterers_between_samples) {
+    const int nx = 128, ny = 96;
+    const double level = 0.54 * 0.54 * nx / 2 * ny / 2; // sum of the weights
+    const std::vector<scatterer> points = {
+        {40.3, 30.6, 1.0, 0.3}, {80.85, 60.15, 0.5, 2.0}, {100.5, 20.5, 0.8, -1.0}, {20.02, 75.97, 0.3, 3.0}};
+    floats image = scene(nx, ny, points), amplitude(nx * ny);
+    powrc(nx * ny, image.data(), amplitude.data());
+    asqrt(nx * ny, amplitude.data(), amplitude.data());
+    std::vector<int> lp(nx * ny);
+    int np = 0;
+    peaks(amplitude.data(), nx, ny, 100, static_cast<float>(0.15 * level), lp.data(), &np);
+    ASSERT_EQ(np, 4); // exactly the planted ones
+    const int order[] = {0, 2, 1, 3};
+    for (int k = 0; k < 4; k++) {
+        const scatterer& s = points[order[k]];
+        float x = 0, y = 0, a = 0;
+        pk2dpos(image.data(), nx, ny, lp[k], 7, &x, &y, &a);
+        // The interpolated power is largest at an entry of the kernel table: the nearest sixteenth of a
+        // sample.
+        EXPECT_NEAR(x, s.x, 1 / 32.0 + 1e-3);
+        EXPECT_NEAR(y, s.y, 1 / 32.0 + 1e-3);
+        EXPECT_NEAR(20 * std::log10(a / (s.amplitude * level)), 0, 0.1);
+    }
+    // A climb from three samples away reaches the same peak; without steps it is the sample itself.
+    float x = 0, y = 0, a = 0;
+    pk2dpos(image.data(), nx, ny, (28 - 1) * nx + 42, 0, &x, &y, &a);
+    EXPECT_EQ(x, 40);
+    EXPECT_EQ(y, 31);
+    EXPECT_FLOAT_EQ(a, amplitude[(31 - 1) * nx + 40 - 1]);
+}
+
+TEST(peak, climb_stays_inside) {
+    floats image = scene(32, 32, {{1.0, 32.4, 1, 0}});
+    float x = 0, y = 0, a = 0;
+    pk2dpos(image.data(), 32, 32, 31 * 32 + 1, 5, &x, &y, &a);
+    EXPECT_NEAR(x, 1, 0.04);
+    EXPECT_NEAR(y, 32.4, 0.04);
+    floats dark(2 * 16), bad(2 * 16, NAN);
+    pk2dpos(dark.data(), 4, 4, 6, 7, &x, &y, &a);
+    EXPECT_EQ(x, 2);
+    EXPECT_EQ(a, 0);
+    pk2dpos(bad.data(), 4, 4, 16, 7, &x, &y, &a);
+    pk2dpos(bad.data(), 4, 4, -5, 7, &x, &y, &a);
+    pk2dpos(bad.data(), 0, 4, 1, 7, &x, &y, &a);
+}
+
+} // namespace
+} // namespace norva
