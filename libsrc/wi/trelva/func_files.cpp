@@ -1,0 +1,10 @@
+// Functions that read data files.
+#include "functions_int.h"
+
+namespace norva {
+
+std::optional<sp_value> sp_func_files(const std::string&, sp_args) {
+    return std::nullopt;
+}
+
+} // namespace norva

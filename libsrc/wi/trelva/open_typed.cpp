@@ -1,0 +1,15 @@
+// Opening a data file of any type for reading.
+#include "open_typed.h"
+
+#include "fileio/gat.h"
+
+namespace norva {
+
+zuvfile_ptr sp_open_typed(const std::string& name) {
+    switch (zuvfiletype(name)) {
+    case FILETYPE_GAT: return opengat(name, "Old", 0);
+    default: return nullptr;
+    }
+}
+
+} // namespace norva
