@@ -58,7 +58,7 @@ static struct {
     std::array<wi_obj*, ROWS> row{};
 } kw;
 
-static void build() {
+void kwin_build() {
     wi_set_window_name("NORVA: manual kw input");
     kw.fm = wi_mk_form(nullptr, 100, 100);
     wi_hlp_setprog(kw.fm, "norva:manual kw input");
@@ -95,7 +95,6 @@ static void put_presets() {
 }
 
 void kwin_init() {
-    if (!kw.fm) build();
     if (!kwinon) {
         for (int i : {SOURCE, TARGET, TRACK, MOTION}) wi_strfld_putstr(kw.row[i], "");
         put_presets();

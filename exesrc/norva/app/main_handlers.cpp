@@ -225,10 +225,14 @@ static void connect_modules() {
 }
 
 void filewin_init() {
+    data_type = raw_kind::none;
     connect_modules();
     build_main_window();
     label_numflds();
     msgwin_init();
+    progress_init();
+    quitwin_init();
+    kwin_build();
     norva_enable_flds(0);
     wi_on(main_window().top);
 }

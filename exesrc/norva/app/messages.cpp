@@ -22,6 +22,7 @@ static int units_for(int lines) {
 }
 
 void msgwin_init() {
+    mw = {};
     wi_set_window_name("Message");
     mw.fm = wi_mk_form(nullptr, 100, 100);
     wi_zuvapp_quit(mw.fm, 1, "Close", msgwin_cb, 0);
@@ -37,7 +38,6 @@ void msgwin_cb(wi_obj*, int) {
 }
 
 void msgwin_show(const std::string& text) {
-    if (!mw.fm) msgwin_init();
     mw.text.add(text, msgwinon != 0);
     wi_label(mw.label, mw.text.text);
     wi_size(mw.fm, 450, std::max(mw.text.lines * 5 + 140, units_for(mw.text.lines)));

@@ -20,7 +20,8 @@ static struct {
     int depth = 0;
 } pw;
 
-static void build() {
+void progress_init() {
+    pw = {};
     wi_set_window_name("Processing...");
     pw.fm = wi_mk_form(nullptr, 100, 100);
     wi_zuvapp_quit(pw.fm, 0, "", nullptr, 0);
@@ -49,7 +50,6 @@ void progress_show(int indx, int ntot) {
     }
     if (!pw.up) {
         if (steady::now() - pw.began < PATIENCE) return;
-        if (!pw.fm) build();
         wi_drect_split(pw.split, 0.01);
         wi_on(pw.fm);
         pw.up = true;

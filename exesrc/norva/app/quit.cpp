@@ -88,7 +88,6 @@ static bool save() {
 
 void quit_cb(wi_obj*, int tag) {
     if (tag == 0) {
-        if (!quitwin) quitwin_init();
         wi_on(quitwin);
         return;
     }

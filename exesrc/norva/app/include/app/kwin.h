@@ -8,6 +8,7 @@ namespace norva {
 
 struct wi_obj;
 
+void kwin_build();                 // builds the window, hidden
 void kwin_init();                  // shows the window, preset from gp as far as it has been read
 void kwin_cb(wi_obj* wo, int tag); // 0 cancel, 1 save the keywords and read the header again
 int save_kws();                    // writes the values into user.rdfile; 1, or 0 after a message

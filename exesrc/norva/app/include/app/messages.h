@@ -13,6 +13,7 @@ void msgwin_show(const std::string& text); // shows a message and returns at onc
 
 // The line grows to indx/ntot; the window comes up when a computation has run for a while, so that short ones
 // do not flicker. Nothing below 3 parts.
+void progress_init(); // builds the progress window, hidden
 void progress_show(int indx, int ntot);
 void rpt_progress2(int indx, int ntot); // the same for a second loop
 
