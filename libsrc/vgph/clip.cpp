@@ -50,9 +50,9 @@ int vg_y_seg(const _vgdrect& line, double y, double& x) {
     return vg_x_seg({line.y0, line.x0, line.y1, line.x1}, y, x);
 }
 
-// Moves the end (x, y) of the segment to the edges it lies beyond. Afterwards it is inside, or the segment
-// misses: which it cannot when its other end is inside, whatever rounding makes of a cut close to a corner.
-static bool pull_inside(const _vgdrect& box, const _vgdrect& line, bool other_inside, double& x, double& y) {
+// Moves the end (x, y) of the segment to the edges it lies beyond. False: the segment misses the box, or
+// rounding made it miss a corner. `hits`: it is known not to miss.
+static bool pull_inside(const _vgdrect& box, const _vgdrect& line, bool hits, double& x, double& y) {
     board_place at = vg_tictactoe(box, x, y);
     if (at.column) {
         const double edge = at.column < 0 ? box.x0 : box.x1;
@@ -65,7 +65,7 @@ static bool pull_inside(const _vgdrect& box, const _vgdrect& line, bool other_in
         if (!vg_y_seg(line, edge, x)) return false;
         y = edge;
     }
-    if (other_inside) x = std::clamp(x, box.x0, box.x1);
+    if (hits) x = std::clamp(x, box.x0, box.x1);
     return vg_indrect(box, x, y);
 }
 
@@ -76,9 +76,15 @@ int vg_clip(const _vgdrect& box, const _vgdrect& line, _vgdrect& out) {
     const board_place a = vg_tictactoe(box, line.x0, line.y0), b = vg_tictactoe(box, line.x1, line.y1);
     if ((a.column && a.column == b.column) || (a.row && a.row == b.row)) return 0;
     out = line;
-    const bool a_inside = !a.column && !a.row, b_inside = !b.column && !b.row;
-    return pull_inside(box, line, b_inside, out.x0, out.y0) &&
-           pull_inside(box, line, a_inside, out.x1, out.y1);
+    const bool a_in = pull_inside(box, line, false, out.x0, out.y0);
+    const bool b_in = pull_inside(box, line, false, out.x1, out.y1);
+    if (a_in == b_in) return a_in;
+    // One end came in, so the other one can.
+    double& x = a_in ? out.x1 : out.x0;
+    double& y = a_in ? out.y1 : out.y0;
+    x = a_in ? line.x1 : line.x0;
+    y = a_in ? line.y1 : line.y0;
+    return pull_inside(box, line, true, x, y);
 }
 
 int vg_clip(const _vgrect& box, const _vgrect& line, _vgrect& out) {

@@ -1,0 +1,80 @@
+// Objects and frames.
+#include "vgph/vgph.h"
+
+#include <gtest/gtest.h>
+
+using namespace norva;
+
+TEST(vg_object, AttributesHoldTheColourToThePalette) {
+    vgobject_ptr obj = vg_new_object();
+    EXPECT_EQ(obj->visible, 1);
+    EXPECT_EQ(obj->color, 1);
+    vg_attr_object(*obj, 99, 3, 5);
+    EXPECT_EQ(obj->color, 15);
+    EXPECT_EQ(obj->linetype, 3);
+    EXPECT_EQ(obj->linethick, 5);
+    vg_attr_object(*obj, -1, 0, 0);
+    EXPECT_EQ(obj->color, 0);
+}
+
+TEST(vg_object, RadiiScaleByXAloneAndDoNotMove) {
+    vgobject_ptr obj = vg_new_object();
+    vg_plot_object(*obj, 1, 2, 0);
+    EXPECT_EQ(obj->extended, 0);
+    vg_plot_obj(*obj, 0.5f, 9, vg_pen_circle);
+    vg_plot_obj(*obj, 3, 4, vg_pen_clip_high);
+    EXPECT_NE(obj->extended, 0);
+    vg_scale_object(*obj, 2, 10, 100, 200);
+    vg_move_object(*obj, 1, -1);
+    const auto& v = obj->veclst;
+    EXPECT_EQ(v[0].x, 103);
+    EXPECT_EQ(v[0].y, 219);
+    EXPECT_EQ(v[1].x, 1) << "radius: 0.5 * 2";
+    EXPECT_EQ(v[1].y, 9);
+    EXPECT_EQ(v[2].x, 107);
+    EXPECT_EQ(v[2].y, 239);
+}
+
+TEST(vg_object, ExtentBoxAndMerge) {
+    float x0, y0, x1, y1;
+    vgobject_ptr obj = vg_new_object();
+    vg_obj_extent(*obj, x0, y0, x1, y1);
+    EXPECT_EQ(x0 + y0 + x1 + y1, 0);
+    vg_plot_object(*obj, 2, -3, 0);
+    vg_plot_object(*obj, 5, -1, 1);
+    vg_box_obj(*obj, 0.5f);
+    vg_obj_extent(*obj, x0, y0, x1, y1);
+    EXPECT_EQ(x0, 1.5f);
+    EXPECT_EQ(y0, -3.5f);
+    EXPECT_EQ(x1, 5.5f);
+    EXPECT_EQ(y1, -0.5f);
+    ASSERT_EQ(obj->veclst.size(), 7u);
+    EXPECT_EQ(obj->veclst[2].pen, 0) << "the box is a stroke of its own";
+    EXPECT_EQ(obj->veclst[2].x, obj->veclst[6].x) << "and closed";
+    EXPECT_EQ(obj->veclst[2].y, obj->veclst[6].y);
+
+    vgobject_ptr spot = vg_new_object();
+    vg_plot_obj(*spot, 7, 0, vg_pen_spot);
+    vg_obj_extent(*spot, x0, y0, x1, y1);
+    EXPECT_EQ(x1, 7) << "a radius counts as if it were a point";
+    vg_merge_object(*obj, std::move(spot));
+    vg_merge_object(*obj, nullptr);
+    EXPECT_EQ(obj->veclst.size(), 8u);
+    EXPECT_NE(obj->extended, 0) << "the spot must still be drawn as one";
+}
+
+TEST(vg_frame, RemovesOneObjectAndKeepsTheOrder) {
+    vgframe_ptr frame = vg_new_frame();
+    _vgobject* a = vg_add_object(*frame, vg_new_object());
+    _vgobject* b = vg_add_object(*frame, vg_new_object());
+    _vgobject* c = vg_add_object(*frame, vg_new_object());
+    EXPECT_EQ(vg_add_object(*frame, nullptr), nullptr);
+    vgobject_ptr out = vg_remove_object(*frame, b);
+    EXPECT_EQ(out.get(), b);
+    EXPECT_EQ(vg_remove_object(*frame, b), nullptr);
+    ASSERT_EQ(frame->objptr.size(), 2u);
+    EXPECT_EQ(frame->objptr[0].get(), a);
+    EXPECT_EQ(frame->objptr[1].get(), c);
+    vg_del_frame(frame);
+    EXPECT_EQ(frame, nullptr);
+}
