@@ -18,7 +18,9 @@ namespace norva {
 // Beside the target and renamed over it when complete, so that a full disk leaves what was there before.
 static bool write_file(const QString& name, const QByteArray& bytes) {
     QSaveFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    // commit() alone does not notice that its last block failed to go out.
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
+           file.commit();
 }
 
 static QPageLayout letter(bool landscape) {

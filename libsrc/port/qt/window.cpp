@@ -40,6 +40,7 @@ QLabel* make_label(QWidget* parent, int style) {
     label->setTextFormat(Qt::PlainText);
     const Qt::Alignment across[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight, Qt::AlignLeft};
     label->setAlignment(across[style & 3] | Qt::AlignVCenter);
+    label->setContentsMargins(1, 0, 6, 0); // labels stand right before fields
     if (style & label_heading) {
         QFont font = label->font();
         font.setPointSizeF(font.pointSizeF() * 1.25);
@@ -324,35 +325,61 @@ std::string qt_port::get_text(port_win win) {
     }
 }
 
-// The size of a font at which the text fits the width: narrower letters first, down to a readable limit.
-static QFont fitted(QFont font, const QString& text, int width) {
-    font.setStretch(QFont::Unstretched);
-    const int needed = QFontMetrics(font).size(0, text).width();
-    if (needed > width && width > 0) font.setStretch(std::max(65, 100 * width / needed - 1));
-    return font;
+// Breaks a text between words into lines no wider than `width`; empty when it takes more than `rows` lines.
+static QStringList wrapped(const QString& text, const QFontMetrics& metrics, int width, int rows) {
+    QStringList lines;
+    for (const QString& given : text.split(QLatin1Char('\n'))) {
+        lines << QString();
+        for (const QString& word : given.split(QLatin1Char(' '))) {
+            QString& line = lines.back();
+            const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+            if (metrics.horizontalAdvance(longer) <= width) {
+                line = longer;
+            } else if (line.isEmpty() || metrics.horizontalAdvance(word) > width) {
+                return {};
+            } else {
+                lines << word;
+            }
+        }
+        if (lines.size() > rows) return {};
+    }
+    return lines;
 }
 
-// Puts the text of a label or button on it. Where the place is too narrow the letters are narrowed, and what
-// still does not fit ends in dots.
+// Makes a text fit its place: the plain font when it does; else in more lines where the place is high enough,
+// or in narrower letters down to a readable limit; else cut, with dots.
+static QString fitted(QFont& font, const QString& text, QSize place) {
+    font.setStretch(QFont::Unstretched);
+    const QSize needed = QFontMetrics(font).size(0, text);
+    if (needed.width() <= place.width() || place.width() <= 0) return text;
+    const int rows = std::max(1, place.height() / QFontMetrics(font).lineSpacing());
+    for (int stretch = 100; stretch >= 65; stretch -= 5) {
+        font.setStretch(stretch);
+        const QStringList lines = wrapped(text, QFontMetrics(font), place.width(), rows);
+        if (!lines.isEmpty()) return lines.join(QLatin1Char('\n'));
+    }
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) line = QFontMetrics(font).elidedText(line, Qt::ElideRight, place.width());
+    return lines.join(QLatin1Char('\n'));
+}
+
 void qt_port::show_text(control& c) {
     const QString text = to_qt(c.text);
     switch (c.kind) {
     case port_kind::label: {
         auto* label = static_cast<QLabel*>(c.widget);
-        label->setFont(fitted(label->font(), text, label->width()));
-        const bool one_line = !text.contains(QLatin1Char('\n'));
-        const QFontMetrics metrics(label->font());
-        label->setText(
-            one_line && label->width() > 0 ? metrics.elidedText(text, Qt::ElideRight, label->width()) : text);
+        QFont font = label->font();
+        const QString shown = fitted(font, text, label->contentsRect().size());
+        label->setFont(font);
+        label->setText(shown);
         break;
     }
     case port_kind::button:
     case port_kind::toggle: {
         auto* button = static_cast<QPushButton*>(c.widget);
-        const int room = std::max(0, button->width() - 8);
-        button->setFont(fitted(button->font(), text, room));
-        const QFontMetrics metrics(button->font());
-        const QString shown = button->width() > 0 ? metrics.elidedText(text, Qt::ElideRight, room) : text;
+        QFont font = button->font();
+        const QString shown = fitted(font, text, button->size() - QSize(8, 6));
+        button->setFont(font);
         button->setText(plain_mnemonics(from_qt(shown)));
         break;
     }

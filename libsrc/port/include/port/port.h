@@ -61,7 +61,7 @@ struct port_menu_entry {
     int id = 0;       // told by on_menu; ignored for separators and submenus
     std::string text; // empty: a separator
     bool checked = false, checkable = false, enabled = true;
-    std::vector<port_menu_entry> submenu;
+    std::vector<port_menu_entry> submenu{};
 };
 
 // A choice of the file dialog: "Text (*.a *.b)".
