@@ -33,8 +33,10 @@ int filefind(_zuvfile* file, double tme, std::int64_t& iplace, std::int64_t n0, 
             return answer(s0);
         }
 
-        double guess = std::clamp(std::floor((tme - t0) / tp), 0.0, static_cast<double>(n1 - s0));
-        std::int64_t g0 = std::clamp(s0 + static_cast<std::int64_t>(guess), n0, n1);
+        double steps = std::floor((tme - t0) / tp);
+        if (!(steps > 0.0)) steps = 0.0; // not-a-number, from infinite times
+        std::int64_t g0 = s0 + static_cast<std::int64_t>(std::min(steps, static_cast<double>(n1 - s0)));
+        g0 = std::clamp(g0, n0, n1);
         double tg0 = 0.0, tg1 = 0.0;
         if (int status = pultme(file, g0, tg0); status != 1) return status;
         if (tme == tg0) return answer(g0);
