@@ -7,8 +7,8 @@
 #include "zuvsys/dirutil.h"
 #include "zuvsys/logicals.h"
 
-#include <algorithm>
 #include <cctype>
+#include <sstream>
 
 namespace norva {
 
@@ -17,14 +17,22 @@ void wi_filesel_checkdir(const std::string& name, std::string& out) {
         out = name;
         return;
     }
-    std::string home = get_logical("QELM");
-    if (home.empty()) home = wi_hooks.home_dir;
+    const char* qelm = get_logical("QELM");
+    std::string home = qelm && *qelm ? qelm : wi_hooks.home_dir;
     if (!home.empty() && home.back() != '/' && home.back() != '\\') home += '/';
     out = home.empty() ? name : home + "data/" + name;
 }
 
 static bool is_mask(const std::string& name) {
     return name.find_first_of("*?") != std::string::npos;
+}
+
+// "*.jou*" as it stands; a pattern without a point, "jou*", is one of extensions. "*" asks for nothing
+// special.
+static std::string as_mask(const std::string& pattern) {
+    if (pattern.empty() || pattern == "*" || pattern == "*.*") return {};
+    if (pattern.front() == '.') return '*' + pattern;
+    return pattern.find('.') == std::string::npos ? "*." + pattern : pattern;
 }
 
 // --- File box
@@ -40,12 +48,10 @@ wi_obj* wi_mk_filebox(wi_obj* parent, const std::string& title, const std::strin
     f.accept_cb = accept_cb;
     f.tag = tag;
     wi_obj* wo = new_box(parent, wi_type::filebox, f);
-    // "*.jou", ".jou" and "jou" ask for the same.
-    std::string name = filter.substr(zuvsys_dirlen(filter));
-    if (!name.empty() && !is_mask(name)) name = (name.front() == '.' ? "*" : "*.") + name;
     std::string start;
-    wi_filesel_checkdir(filter.substr(0, zuvsys_dirlen(filter)) + name, start);
+    wi_filesel_checkdir(filter, start);
     wi_filebox_setdir(wo, start);
+    std::get<wi_filebox>(wo->obj).filter = as_mask(filter.substr(zuvsys_dirlen(filter)));
     return wo;
 }
 
@@ -54,8 +60,14 @@ static std::vector<port_filter> filestringparser(const std::string& mask) {
     std::vector<port_filter> filters;
     std::string word;
     for (const char c : mask)
-        if (std::isalnum(static_cast<unsigned char>(c))) word += static_cast<char>(std::toupper(c));
-    if (!word.empty()) filters.push_back({.name = word + " Files", .patterns = {mask}});
+        if (std::isalnum(static_cast<unsigned char>(c)))
+            word += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    if (!mask.empty()) {
+        port_filter& own = filters.emplace_back();
+        own.name = word.empty() ? mask : word + " Files";
+        std::istringstream patterns(mask);
+        for (std::string one; std::getline(patterns, one, ';');) own.patterns.push_back(one);
+    }
     filters.push_back({.name = "ZUV Files",
                        .patterns = {"*.iq", "*.rea", "*.pks", "*.spl", "*.dop", "*.gat", "*.img", "*.vec"}});
     filters.push_back({.name = "All Files", .patterns = {"*.*", "*"}}); // the second: names without a point
@@ -90,7 +102,7 @@ void wi_filebox_setdir(wi_obj* wo, const std::string& dir) {
     }
     const std::size_t length = zuvsys_dirlen(dir);
     f.defdir = zuvsys_path(dir.substr(0, length)); // none: the current directory
-    if (const std::string name = dir.substr(length); is_mask(name)) f.filter = name;
+    if (const std::string name = dir.substr(length); is_mask(name)) f.filter = as_mask(name);
 }
 
 void wi_filebox_setmsg(wi_obj* wo, const std::string& title) {
