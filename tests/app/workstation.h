@@ -12,6 +12,7 @@
 #include "state/user.h"
 #include "support/temp_dir.h"
 #include "toolkit/toolkit.h"
+#include "zuvsys/safefile.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +61,10 @@ inline void write_gate(const std::string& name, const gate_scene& scene,
 
 class workstation : public testing::Test {
 protected:
-    workstation() : here_(dir.path()) { write_all("norva.env", "# test\n"); }
+    workstation() : here_(dir.path()) {
+        write_all("norva.env", "# test\n");
+        safefile_system.fsync = [](int) { return 0; }; // nothing here has to survive the machine
+    }
 
     // The program as just started. A second call is a new run in the same folder.
     void start() {

@@ -97,10 +97,6 @@ public:
         const double found = u_kwget_d(file_, name);
         return u_error() == ZUV_OK && (value = found, true);
     }
-    bool get(const char* name, float& value) const {
-        double wide = 0;
-        return get(name, wide) && (value = static_cast<float>(wide), true);
-    }
     std::string text(const char* name) const { return has(name) ? u_kwget_s(file_, name) : std::string(); }
 
 private:
@@ -143,69 +139,71 @@ static std::string text_lines(const keyword_reader& keywords) {
            header_line("Signal type", held_value(signal));
 }
 
-// The numbers, in Hz as the file has them. False when a required keyword is missing.
-static bool read_numbers(const keyword_reader& keywords) {
-    const int sigtype = gp.sigtype;
-    gp = {};
-    gp.sigtype = sigtype;
-    bool complete = keywords.get("NREC", gp.nrec);
-    complete &= keywords.get("T0", gp.t0);
-    complete &= keywords.get("WFRI", gp.wfri) || keywords.get("WAVEFORM_REP_INT", gp.wfri);
-    complete &= keywords.get("STEP_FREQ", gp.df);
-    complete &= keywords.get("FIRST_FREQ", gp.f0);
-    complete &= keywords.get("NFREQ", gp.nf);
-    keywords.get("PULSE_LENGTH", gp.plen);
-    gp.ksx = -1;
-    keywords.get("KSX", gp.ksx);
+// False when a required keyword is missing.
+static bool read_numbers(const keyword_reader& keywords, header_numbers& h) {
+    bool complete = keywords.get("NREC", h.nrec);
+    complete &= keywords.get("T0", h.t0);
+    complete &= keywords.get("WFRI", h.wfri) || keywords.get("WAVEFORM_REP_INT", h.wfri);
+    complete &= keywords.get("STEP_FREQ", h.df);
+    complete &= keywords.get("FIRST_FREQ", h.f0);
+    complete &= keywords.get("NFREQ", h.nf);
+    keywords.get("PULSE_LENGTH", h.plen);
+    keywords.get("KSX", h.ksx);
     return complete;
 }
 
-// Shows every fault of the parameters. The file's own extent is checked as well, so that a window of the
-// keywords' data can always be read.
-static bool acceptable(const _gatfile& file) {
+// Shows every fault of the numbers. The file's own extent is checked as well, so that a window of the data
+// that the keywords tell of can always be read.
+static bool acceptable(const header_numbers& h, const _gatfile& file) {
     bool good = true;
     const auto check = [&](bool passes, const std::string& message) {
         if (passes) return;
         popmsg(message);
         good = false;
     };
-    check(gp.nrec >= 1, "Error: number of pulses < 1!");
-    check(gp.nf >= 1, "Error: number of freq samples < 1!");
-    check(gp.nf >= 1, "Error: number of freq samples < 1!");
-    check(gp.df != 0 && std::isfinite(gp.df), "Error: step frequency cannot be 0.!");
-    check(gp.f0 >= 1e7f && std::isfinite(gp.f0), "Error: first freq < 10 MHz!");
-    check(gp.wfri > 0 && std::isfinite(gp.wfri), "Error: waveform rep. interval < 0.!");
-    check(std::isfinite(gp.t0), "Error: start time is not a number!");
-    check(gp.nrec <= file.nelements, strprintf("Error: number of pulses is %d, but the file holds %lld!",
-                                               gp.nrec, static_cast<long long>(file.nelements)));
-    check(gp.nf <= file.hd.ngat, strprintf("Error: number of freq samples is %d, but the file holds %d!",
-                                           gp.nf, static_cast<int>(file.hd.ngat)));
+    const auto usable = [](double value) { return std::isfinite(static_cast<float>(value)); };
+    check(h.nrec >= 1, "Error: number of pulses < 1!");
+    check(h.nf >= 1, "Error: number of freq samples < 1!");
+    check(h.nf >= 1, "Error: number of freq samples < 1!");
+    check(static_cast<float>(h.df) != 0 && usable(h.df), "Error: step frequency cannot be 0.!");
+    check(h.f0 >= 1e7 && usable(h.f0), "Error: first freq < 10 MHz!");
+    check(static_cast<float>(h.wfri) > 0 && usable(h.wfri), "Error: waveform rep. interval < 0.!");
+    check(usable(h.t0), "Error: start time is not a number!");
+    check(h.nrec <= file.nelements, strprintf("Error: number of pulses is %d, but the file holds %lld!",
+                                              h.nrec, static_cast<long long>(file.nelements)));
+    check(h.nf <= file.hd.ngat, strprintf("Error: number of freq samples is %d, but the file holds %d!", h.nf,
+                                          static_cast<int>(file.hd.ngat)));
     return good;
 }
 
-static float duty_ratio() {
-    return gp.plen / gp.wfri;
+static void take_numbers(const header_numbers& h) {
+    gp.nrec = h.nrec;
+    gp.nf = h.nf;
+    gp.ksx = h.ksx;
+    gp.t0 = static_cast<float>(h.t0);
+    gp.wfri = static_cast<float>(h.wfri);
+    gp.plen = static_cast<float>(h.plen);
+    gp.f0 = static_cast<float>(h.f0 / 1e6);
+    gp.df = static_cast<float>(h.df / 1e6);
+    gp.bw = static_cast<float>(h.nf * h.df / 1e6);
+    user.ksy = gp.bw < 0 ? -1 : 1;
+    user.ksx = gp.ksx > 0 ? 1 : -1;
+    user.rh = static_cast<float>(h.plen / h.wfri);
 }
 
-// The lines of numbers; on return the frequencies of gp are in MHz.
-static std::string number_lines() {
-    const double fcen = gp.f0 + 0.5 * (gp.nf - 1) * gp.df;
-    const auto number = [](double value) { return strprintf("%f", value); };
-    std::string text =
-        header_line("Start time (sec)", number(gp.t0)) +
-        header_line("End time (sec)", number((gp.nrec - 1) * static_cast<double>(gp.wfri) + gp.t0)) +
-        header_line("Waveform repetition interval (sec)", number(gp.wfri)) +
-        header_line("Number of time samples", strprintf("%d", gp.nrec)) +
-        header_line("Center frequency (MHz)", number(fcen / 1e6)) +
-        header_line("Bandwidth (MHz)", number(gp.bw / 1e6)) +
-        header_line("Frequency sample spacing (MHz)", number(gp.df / 1e6)) +
-        header_line("Number of frequency samples", strprintf("%d", gp.nf)) +
-        header_line("Duty Ratio", number(duty_ratio())) +
-        header_line("KSX (-1 or 1)", strprintf("%d", gp.ksx));
-    gp.f0 /= 1e6f;
-    gp.bw /= 1e6f;
-    gp.df /= 1e6f;
-    return text;
+static std::string number_lines(const header_numbers& h) {
+    const double fcen = h.f0 + 0.5 * (h.nf - 1) * h.df;
+    const auto real = [](double value) { return strprintf("%f", value); };
+    const auto whole = [](int value) { return strprintf("%d", value); };
+    return header_line("Start time (sec)", real(h.t0)) +
+           header_line("End time (sec)", real((h.nrec - 1) * h.wfri + h.t0)) +
+           header_line("Waveform repetition interval (sec)", real(h.wfri)) +
+           header_line("Number of time samples", whole(h.nrec)) +
+           header_line("Center frequency (MHz)", real(fcen / 1e6)) +
+           header_line("Bandwidth (MHz)", real(h.nf * h.df / 1e6)) +
+           header_line("Frequency sample spacing (MHz)", real(h.df / 1e6)) +
+           header_line("Number of frequency samples", whole(h.nf)) +
+           header_line("Duty Ratio", real(h.plen / h.wfri)) + header_line("KSX (-1 or 1)", whole(h.ksx));
 }
 
 static std::string other_lines(const std::vector<raw_keyword>& keywords) {
@@ -233,22 +231,19 @@ std::string get_gpf_hdr() {
     kw_r0 = 0;
     keywords.get("R0", kw_r0);
     text += text_lines(keywords);
+    header_numbers numbers;
     if (acc) {
-        get_kw_vals();
-    } else if (!read_numbers(keywords)) {
-        kwin_init();
+        numbers = get_kw_vals();
+    } else if (!read_numbers(keywords, numbers)) {
+        kwin_init(numbers);
         return {};
     }
-    if (!acceptable(*file)) {
+    if (!acceptable(numbers, *file)) {
         user.rdfile.clear();
         return {};
     }
-    gp.bw = gp.nf * gp.df;
-    user.ksy = gp.bw < 0 ? -1 : 1;
-    user.ksx = gp.ksx > 0 ? 1 : -1;
-    text += number_lines();
-    user.rh = duty_ratio();
-    return text + other_lines(keywords.listed());
+    take_numbers(numbers);
+    return text + number_lines(numbers) + other_lines(keywords.listed());
 }
 
 } // namespace norva

@@ -82,24 +82,26 @@ void kwin_build() {
     wi_position(kw.fm, 800, 300);
 }
 
-static void put_presets() {
+static void put_presets(const header_numbers& found) {
+    for (int i : {SOURCE, TARGET, TRACK, MOTION}) wi_strfld_putstr(kw.row[i], "");
     wi_listsel_putstr(kw.row[SIGNAL], signal_types[gp.sigtype]);
-    wi_numfld_putval(kw.row[START], gp.t0);
-    wi_numfld_putval(kw.row[INTERVAL], gp.wfri);
-    wi_numfld_putval(kw.row[NREC], gp.nrec);
-    wi_numfld_putval(kw.row[FIRST], gp.f0 * 1e-6);
-    wi_numfld_putval(kw.row[STEP], gp.df * 1e-6);
-    wi_numfld_putval(kw.row[NFREQ], gp.nf);
-    wi_numfld_putval(kw.row[PULSE], gp.plen);
-    wi_numfld_putval(kw.row[SIGN], gp.ksx);
+    wi_numfld_putval(kw.row[START], found.t0);
+    wi_numfld_putval(kw.row[INTERVAL], found.wfri);
+    wi_numfld_putval(kw.row[NREC], found.nrec);
+    wi_numfld_putval(kw.row[FIRST], found.f0 * 1e-6);
+    wi_numfld_putval(kw.row[STEP], found.df * 1e-6);
+    wi_numfld_putval(kw.row[NFREQ], found.nf);
+    wi_numfld_putval(kw.row[PULSE], found.plen);
+    wi_numfld_putval(kw.row[SIGN], found.ksx);
 }
 
-void kwin_init() {
-    if (!kwinon) {
-        for (int i : {SOURCE, TARGET, TRACK, MOTION}) wi_strfld_putstr(kw.row[i], "");
-        put_presets();
-    }
+void kwin_init(const header_numbers& found) {
+    put_presets(found);
     kwinon = 1;
+    kwin_show();
+}
+
+void kwin_show() {
     wi_on(kw.fm);
 }
 
@@ -107,23 +109,22 @@ std::string kwin_signal_text() {
     return wi_listsel_getstr(kw.row[SIGNAL]);
 }
 
-void get_kw_vals() {
-    gp.nrec = wi_get_int(kw.row[NREC]);
-    gp.nf = wi_get_int(kw.row[NFREQ]);
-    gp.t0 = static_cast<float>(wi_numfld_getval(kw.row[START]));
-    gp.wfri = static_cast<float>(wi_numfld_getval(kw.row[INTERVAL]));
-    gp.f0 = static_cast<float>(wi_numfld_getval(kw.row[FIRST]) * 1e6);
-    gp.df = static_cast<float>(wi_numfld_getval(kw.row[STEP]) * 1e6);
-    gp.plen = static_cast<float>(wi_numfld_getval(kw.row[PULSE]));
-    gp.ksx = wi_get_int(kw.row[SIGN]);
+header_numbers get_kw_vals() {
     gp.sigtype = std::max(0, wi_listsel_getindex(kw.row[SIGNAL]));
     kw_ss = {wi_strfld_getstr(kw.row[SOURCE]), wi_strfld_getstr(kw.row[TARGET]),
              wi_strfld_getstr(kw.row[TRACK]), wi_strfld_getstr(kw.row[MOTION])};
+    return {.nrec = wi_get_int(kw.row[NREC]),
+            .nf = wi_get_int(kw.row[NFREQ]),
+            .ksx = wi_get_int(kw.row[SIGN]),
+            .t0 = wi_numfld_getval(kw.row[START]),
+            .wfri = wi_numfld_getval(kw.row[INTERVAL]),
+            .f0 = wi_numfld_getval(kw.row[FIRST]) * 1e6,
+            .df = wi_numfld_getval(kw.row[STEP]) * 1e6,
+            .plen = wi_numfld_getval(kw.row[PULSE])};
 }
 
 // Writes the keywords in order up to the first that fails. Returns the file layer's status.
-static int write_keywords(_gatfile* file) {
-    const auto number = [&](int row) { return wi_numfld_getval(kw.row[row]); };
+static int write_keywords(_gatfile* file, const header_numbers& values) {
     int status = ZUV_OK;
     const auto put = [&](const char* name, auto value) {
         if (status != ZUV_OK) return;
@@ -142,15 +143,15 @@ static int write_keywords(_gatfile* file) {
     put_text("TRACK_INFO", kw_ss.track_info);
     put_text("MOT_COMP", kw_ss.mot_comp);
     put("SIG_TYPE", std::string(signal_types[gp.sigtype]));
-    put("NREC", gp.nrec);
-    put("T0", number(START));
-    put("WFRI", number(INTERVAL));
-    if (gp.wfri != 0) put("PRF", 1 / number(INTERVAL));
-    put("PULSE_LENGTH", number(PULSE));
-    put("NFREQ", gp.nf);
-    put("STEP_FREQ", number(STEP) * 1e6);
-    put("FIRST_FREQ", number(FIRST) * 1e6);
-    put("KSX", gp.ksx);
+    put("NREC", values.nrec);
+    put("T0", values.t0);
+    put("WFRI", values.wfri);
+    if (values.wfri != 0) put("PRF", 1 / values.wfri);
+    put("PULSE_LENGTH", values.plen);
+    put("NFREQ", values.nf);
+    put("STEP_FREQ", values.df);
+    put("FIRST_FREQ", values.f0);
+    put("KSX", values.ksx);
     return status;
 }
 
@@ -160,8 +161,7 @@ int save_kws() {
         popmsg("Unable to open file " + user.rdfile + " for writing!");
         return 0;
     }
-    get_kw_vals();
-    int status = write_keywords(file.get());
+    int status = write_keywords(file.get(), get_kw_vals());
     const int closed = zuvfileclose(std::move(file));
     if (status == ZUV_OK) status = closed;
     if (status == ZUV_OK) return 1;

@@ -105,7 +105,7 @@ static void take_journal() {
 // The checks ahead of every analysis. True when the window of data is in memory and fit for it.
 static bool prepare(wi_obj* wo, int tag) {
     if (kwinon) {
-        kwin_init();
+        kwin_show();
         return false;
     }
     if (user.rdfile.empty()) return false;

@@ -104,7 +104,10 @@ void quit_cb(wi_obj*, int tag) {
         popmsg("You must close all windows before quitting!");
         return;
     }
-    if (journal_running && !save()) return;
+    if (journal_running) {
+        if (!save()) return;
+        remove_file(CRASH_FILE); // the last steps have written it again
+    }
     if (tag == 2) wi_quit(0);
 }
 
