@@ -60,7 +60,7 @@ void flush_folder(const std::string& target) {
     std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
     int fd = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0) return;
-    ::fsync(fd);
+    safefile_system.fsync(fd);
     ::close(fd);
 }
 
