@@ -204,6 +204,20 @@ TEST(vg_draw_axis, TicsLieOnTheToldSideAndHaveThreeLengths) {
         }
 }
 
+TEST(vg_draw_axis, AFallingAxisPutsItsTicsFromTheOtherEnd) {
+    _vgaxisparm a;
+    a.lim0 = 9.5; // step 2 on 5 inches: 8 lies 1.5 units, 0.75 inches, along
+    a.lim1 = -0.5;
+    a.alen = 5;
+    vgobject_ptr obj = vg_new_object();
+    vg_draw_axis(*obj, a);
+    std::vector<float> majors;
+    for (std::size_t i = 3; i < obj->veclst.size(); i += 2)
+        if (std::abs(obj->veclst[i].y + 0.1f) < 1e-5) majors.push_back(obj->veclst[i].x);
+    ASSERT_EQ(majors.size(), 5u);
+    for (std::size_t i = 0; i < majors.size(); i++) EXPECT_NEAR(majors[i], 0.75 + 1.0 * i, 1e-5);
+}
+
 // What lies off the line on the side of the tics, and behind it.
 std::pair<float, float> reach(const _vgaxisparm& parms) {
     _vgaxisparm a = parms;

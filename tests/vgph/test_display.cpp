@@ -92,6 +92,19 @@ TEST_F(vg_display, LongLinesGoOutInRunsThatShareEndPoints) {
     }
 }
 
+TEST_F(vg_display, ALineGoesOnFromWhereACircleStands) {
+    auto d = display(400, 400, 4, 4);
+    auto obj = vg_new_object();
+    vg_plot_object(*obj, 1, 2, 0);
+    vg_plot_obj(*obj, 0.5f, 0, vg_pen_circle);
+    vg_plot_object(*obj, 3, 2, 1);
+    rec.log.clear();
+    vg_render_object(*d, obj.get());
+    const auto runs = calls("polyline_to", area);
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[1].points, (std::vector<port_point>{vg_to_pixel(*d, 1, 2), vg_to_pixel(*d, 3, 2)}));
+}
+
 // Everything that can be in an object, with lines long enough for several runs.
 vgobject_ptr busy_object(int color, int linetype, int linethick) {
     vgobject_ptr obj = vg_new_object();
