@@ -4,6 +4,8 @@
 #include "trelva/eval.h"
 #include "zuvsys/numparse.h"
 
+#include <cmath>
+
 namespace norva {
 
 namespace {
@@ -53,8 +55,12 @@ std::string sp_text(const sp_value& val) {
     case SP_WORD: return val.ename;
     case SP_STRING: return val.string;
     case SP_NULL: return "NULL";
-    default: return format_general(sp_number(val), 10);
+    default: return sp_number_text(sp_number(val));
     }
+}
+
+std::string sp_number_text(double x) {
+    return std::isnan(x) ? "nan" : format_general(x, 10);
 }
 
 sp_value sp_convert(const sp_language&, const sp_value& val, int newtype) {

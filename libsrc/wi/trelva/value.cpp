@@ -1,7 +1,7 @@
 // Values: the shared elements of arrays, makers, text for people.
 #include "trelva/value.h"
 
-#include "zuvsys/numparse.h"
+#include "convert.h"
 
 #include <algorithm>
 
@@ -90,13 +90,13 @@ std::string sp_show(const sp_value& val) {
     switch (val.type) {
     case SP_WORD: return val.ename;
     case SP_STRING: return '"' + val.string + '"';
-    case SP_SCALER: return format_general(val.scaler, 10);
+    case SP_SCALER: return sp_number_text(val.scaler);
     case SP_ERROR: return "error: " + val.string;
     case SP_ARRAY: break;
     default: return "NULL";
     }
     std::string text = "[";
-    for (double x : val.ary) text += (text.size() > 1 ? " " : "") + format_general(x, 10);
+    for (double x : val.ary) text += (text.size() > 1 ? " " : "") + sp_number_text(x);
     return text + "]";
 }
 
