@@ -8,6 +8,7 @@
 #include "state/run.h"
 #include "state/user.h"
 #include "support/temp_dir.h"
+#include "zuvsys/safefile.h"
 
 #include <gtest/gtest.h>
 
@@ -27,10 +28,12 @@ protected:
         reset_run_state();
         jary.clear();
         messages.clear();
+        safefile_system.fsync = [](int) { return 0; }; // nobody pulls the plug here
         app_hooks.popmsg = [](const std::string& text) { messages.push_back(text); };
     }
     ~journal_test() override {
         app_hooks = calls_before;
+        safefile_system = system_before;
         journal_hooks = hooks_before;
         journal_store_hooks = store_hooks_before;
     }
@@ -71,6 +74,7 @@ protected:
     temp_dir dir;
     current_dir cwd{dir.path()};
     app_calls calls_before = app_hooks;
+    safefile_calls system_before = safefile_system;
     journal_calls hooks_before = journal_hooks;
     journal_store_calls store_hooks_before = journal_store_hooks;
 };
