@@ -59,7 +59,7 @@ void wi_editpage_editable(wi_obj* wo, int flag) {
 
 static const char* sign_text(wi_icon_sign sign) {
     switch (sign) {
-    case wi_icon_sign::information: return "\u24d8"; // circled i
+    case wi_icon_sign::information: return "\u2139";
     case wi_icon_sign::question: return "?";
     case wi_icon_sign::warning: return "\u26a0"; // triangle with exclamation mark
     case wi_icon_sign::error: return "\u2716";   // heavy cross

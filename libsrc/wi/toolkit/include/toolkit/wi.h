@@ -37,7 +37,8 @@ using wi_mouse_cb = void (*)(wi_obj* wo, int tag, int x, int y, int button);
 
 // --- Start
 
-// 0 until the application's main has returned, then 1. A draw area paints nothing before.
+// 0 until the application's main has returned, then 1. A draw area paints nothing before. Tests that build
+// windows without WinMain set it themselves.
 extern int isrunning;
 
 // The program start: splits the command line, lets `app_main` build the windows, and runs the port's loop.
