@@ -85,7 +85,7 @@ int count(_zuvfile* file, std::string& name, kwarg& arg) {
 int item(_zuvfile* file, int indx, std::string& name, kwarg& arg) {
     if (indx < 0) return -1;
     if (indx >= n_words) {
-        kwarg select{.i = indx - n_words, .d = 0.0, .s = {}};
+        kwarg select{.i = indx - n_words};
         zuvkwdef(file, KWOP_SELECT, name, select);
         return zuvkwdef(file, KWOP_ITEM, name, arg);
     }

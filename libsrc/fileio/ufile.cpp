@@ -29,7 +29,7 @@ std::int64_t number_of(_zuvfile* file, int opcode) {
 }
 
 int transfer(_zuvfile* file, int opcode, std::span<std::byte> data, std::int64_t n = 0) {
-    uarg arg{.t = 0.0, .n = n, .data = data, .s = {}};
+    uarg arg{.n = n, .data = data};
     return call(file, opcode, arg);
 }
 
@@ -73,7 +73,7 @@ std::int64_t u_nextelem(_zuvfile* file) {
     return number_of(file, UOP_NEXTELEM);
 }
 int u_timemove(_zuvfile* file, double t) {
-    uarg arg{.t = t, .n = 0, .data = {}, .s = {}};
+    uarg arg{.t = t};
     return call(file, UOP_TIMEMOVE, arg);
 }
 int u_elemmove(_zuvfile* file, std::int64_t n) {
@@ -122,15 +122,15 @@ int u_close(zuvfile_ptr file) {
 }
 
 int u_kwput_d(_zuvfile* file, std::string_view name, double value) {
-    keyword(file, KWOP_PUT_DBL, name, {.i = 0, .d = value, .s = {}});
+    keyword(file, KWOP_PUT_DBL, name, {.d = value});
     return last_status;
 }
 int u_kwput_i(_zuvfile* file, std::string_view name, int value) {
-    keyword(file, KWOP_PUT_INT, name, {.i = value, .d = 0.0, .s = {}});
+    keyword(file, KWOP_PUT_INT, name, {.i = value});
     return last_status;
 }
 int u_kwput_s(_zuvfile* file, std::string_view name, std::string_view value) {
-    keyword(file, KWOP_PUT_STR, name, {.i = 0, .d = 0.0, .s = std::string(value)});
+    keyword(file, KWOP_PUT_STR, name, {.s = std::string(value)});
     return last_status;
 }
 int u_kwdelete(_zuvfile* file, std::string_view name) {
@@ -156,7 +156,7 @@ int u_kwexist(_zuvfile* file, std::string_view name) {
 int u_kwindx(_zuvfile* file, int indx, std::string& name, int& type) {
     name.clear();
     type = 0;
-    keyword(file, KWOP_SELECT, {}, {.i = indx, .d = 0.0, .s = {}});
+    keyword(file, KWOP_SELECT, {}, {.i = indx});
     if (last_status != ZUV_OK) return last_status;
     kwarg arg;
     remember(file->ukwcall(file, KWOP_ITEM, name, arg));

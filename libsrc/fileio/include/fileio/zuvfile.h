@@ -79,7 +79,7 @@ using zuvconverter = void (*)(_zuvfile* file, std::span<std::byte> object, int f
 struct kwarg {
     int i = 0;
     double d = 0.0;
-    std::string s;
+    std::string s = {};
 };
 using zuvkwservice = int (*)(_zuvfile* file, int opcode, std::string& name, kwarg& arg);
 
@@ -87,8 +87,8 @@ using zuvkwservice = int (*)(_zuvfile* file, int opcode, std::string& name, kwar
 struct uarg {
     double t = 0.0;
     std::int64_t n = 0;
-    std::span<std::byte> data;
-    std::string s;
+    std::span<std::byte> data = {};
+    std::string s = {};
 };
 using zuvservice = int (*)(_zuvfile* file, int opcode, uarg& arg);
 
