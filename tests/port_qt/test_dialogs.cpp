@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -95,6 +96,24 @@ TEST_F(dialogs, file_choice) {
     EXPECT_EQ(name, "");
 }
 
+TEST_F(dialogs, a_fatal_message_waits_for_its_answer) {
+    const port_win area = make(port_kind::draw, {5, 5, 100, 100});
+    show_all();
+    lines meanwhile;
+    QTimer::singleShot(0, widget(top), [&] {
+        p().request_paint(area);
+        click(area);
+        QTimer::singleShot(0, widget(top), [&] {
+            meanwhile = events.take();
+            qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Ok)->click();
+        });
+    });
+    p().fatal("Error message:", "PE 1");
+    EXPECT_EQ(meanwhile, lines{}); // the program stands still
+    spin();
+    EXPECT_EQ(events.take(), lines{"paint " + std::to_string(area)});
+}
+
 class unattended : public port_test {
 protected:
     unattended() : port_test(true) {}
@@ -121,7 +140,13 @@ TEST_F(unattended, everything_is_answered) {
 // Qt takes the user's locale over at start; files and fields must not see its decimal comma.
 TEST(start, numbers_keep_their_point) {
     temp_dir dir;
-    const std::string command = "localedef -i de_DE -f UTF-8 '" + dir.file("de_DE.UTF-8") + "' 2>/dev/null";
+    std::string source =
+        "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\ngrouping 3;3\nEND LC_NUMERIC\n";
+    for (const char* rest : {"LC_CTYPE", "LC_COLLATE", "LC_MONETARY", "LC_TIME", "LC_MESSAGES"})
+        source += std::string(rest) + "\ncopy \"POSIX\"\nEND " + rest + "\n";
+    write_all(dir.file("source"), source);
+    const std::string command =
+        "localedef -c -f UTF-8 -i '" + dir.file("source") + "' '" + dir.file("de_DE.UTF-8") + "' 2>/dev/null";
     [[maybe_unused]] const int made = std::system(command.c_str());
     setenv("LOCPATH", dir.path().c_str(), 1);
     for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) setenv(name, "de_DE.UTF-8", 1);

@@ -16,8 +16,10 @@
 #include <QStyleFactory>
 #include <QTemporaryFile>
 #include <QWidget>
+#include <QtGlobal>
 
 #include <clocale>
+#include <cstdio>
 #include <optional>
 
 namespace norva {
@@ -108,6 +110,16 @@ QIcon window_icon() {
     return QIcon(pixmap);
 }
 
+// Qt's remarks on things that do not matter here (no session folder, no window order offscreen) would stand
+// between the program's own messages.
+void pass_messages(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    for (const char* idle :
+         {"QStandardPaths: XDG_RUNTIME_DIR", "This plugin does not support", "Detected locale"})
+        if (text.startsWith(QLatin1String(idle))) return;
+    const QByteArray line = qFormatLogMessage(type, context, text).toLocal8Bit();
+    std::fprintf(stderr, "%s\n", line.constData());
+}
+
 } // namespace
 
 std::unique_ptr<port> make_qt_port(const qt_port_options& options) {
@@ -115,6 +127,7 @@ std::unique_ptr<port> make_qt_port(const qt_port_options& options) {
 }
 
 qt_port::qt_port(const qt_port_options& options) : options_(options) {
+    qInstallMessageHandler(pass_messages);
     // All lengths are device pixels: Qt must not scale them. Fonts follow the density of the screen.
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
     QApplication::setDesktopSettingsAware(false);

@@ -278,9 +278,16 @@ void qt_port::enable(port_win win, bool on) {
 void qt_port::tooltip(port_win win, const std::string& text) {
     QWidget* w = widget_of(win);
     if (!w) return;
-    // Marked as rich text only for its line breaks at a readable width; the text itself is plain.
-    const QString escaped = to_qt(text).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
-    w->setToolTip(escaped.isEmpty() ? escaped : QLatin1String("<qt>") + escaped + QLatin1String("</qt>"));
+    if (text.empty()) {
+        w->setToolTip({});
+        return;
+    }
+    // Marked as rich text, or Qt would guess; lines are broken only where they get too long to read.
+    const QString plain = to_qt(text);
+    bool wide = false;
+    for (const QString& line : plain.split(QLatin1Char('\n'))) wide = wide || line.size() > 80;
+    w->setToolTip(QStringLiteral("<div style='white-space:%1'>%2</div>")
+                      .arg(wide ? QStringLiteral("pre-wrap") : QStringLiteral("pre"), plain.toHtmlEscaped()));
 }
 
 void qt_port::set_text(port_win win, const std::string& text) {
