@@ -1,0 +1,177 @@
+// The main job on real widgets: a raw file, range profiles, corrections by mouse, the journal, paper.
+#include "screen.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+namespace norva {
+namespace {
+
+constexpr double FIRST_GATE = -8, DRIFT = 0.2; // gates; gates a record
+
+class on_screen : public test::screen {
+protected:
+    void SetUp() override {
+        scene s; // 64 frequencies
+        s.nt = 60;
+        s.points = {{.amplitude = 1, .delay = FIRST_GATE * scene_gate(s)}};
+        s.motion = scene_motion(s, DRIFT, 0);
+        ASSERT_EQ(write_scene(s, {}, "drift.pfx"), 1);
+        start();
+        type_into_first_field("drift.pfx");
+        ASSERT_EQ(user.rdfile, "drift.pfx");
+        ASSERT_TRUE(click("Range Prof"));
+        ASSERT_EQ(rpwinon, 1);
+    }
+
+    // The raw file's field is the first of the main window.
+    static void type_into_first_field(const std::string& text) {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top->windowTitle() != "NORVA: main") continue;
+            QLineEdit* field = top->findChildren<QLineEdit*>().at(0);
+            field->setText(QString::fromStdString(text));
+            key(field, Qt::Key_Return);
+        }
+    }
+
+    static std::vector<float> copy(const jbuf<float>& block) { return {block.begin(), block.end()}; }
+
+    // The scatterer stays within `slack` of `gate` in every record.
+    static void expect_at(double gate, double slack) {
+        for (int record = 0; record < user.nt; record++)
+            ASSERT_NEAR(peak_gate(record, gate - 3, gate + 3), gate, slack) << "record " << record;
+    }
+};
+
+TEST_F(on_screen, scatterer_stands_where_its_delay_says) {
+    for (int record : {0, 30, 59}) {
+        const double gate = FIRST_GATE + DRIFT * record;
+        EXPECT_NEAR(peak_gate(record, gate - 3, gate + 3), gate, 0.02);
+        // The profile shown peaks at the gate nearest to it.
+        const float* row =
+            user.rpdata.data() + static_cast<std::size_t>(record) * static_cast<std::size_t>(user.nr);
+        const auto peak = std::max_element(row, row + user.nr) - row;
+        EXPECT_NEAR(rp.r1 + static_cast<double>(peak) * rp.dr, gate, 0.5 * rp.dr + 0.01);
+    }
+}
+
+TEST_F(on_screen, line_drawn_through_the_drift_removes_it) {
+    ASSERT_TRUE(click("Rmv Line"));
+    const QImage before = look();
+    press(at(FIRST_GATE, 0), Qt::LeftButton);
+    hover(at(2, 0.3));
+    EXPECT_NE(look(), before); // the rubber line
+    hover(at(-5, 0.5));
+    const double last = FIRST_GATE + DRIFT * 59;
+    press(at(last, 0.59), Qt::LeftButton);
+    press(at(0, 0.3), Qt::RightButton);
+    EXPECT_EQ(user.count, 2);
+    EXPECT_EQ(user.mc.ptr, 1);
+    expect_at(peak_gate(0, -12, 12), 0.1);
+}
+
+TEST_F(on_screen, overlay_leaves_the_picture_as_it_was) {
+    ASSERT_TRUE(click("Rmv Line"));
+    const QImage before = look();
+    press(at(FIRST_GATE, 0), Qt::LeftButton);
+    for (int i = 0; i < 40; i++) hover(at(-30 + 1.5 * i, 0.02 + 0.014 * i));
+    EXPECT_NE(look(), before);
+    press(at(0, 0.3), Qt::RightButton); // given up
+    EXPECT_EQ(look(), before);
+    EXPECT_EQ(user.mc.ptr, 0);
+}
+
+TEST_F(on_screen, drift_centre_and_ambiguities) {
+    ASSERT_TRUE(click("Rmv Drift"));
+    const double gate = peak_gate(0, -12, 12);
+    expect_at(gate, 0.1);
+    ASSERT_TRUE(click("Center"));
+    press(at(gate, 0.3), Qt::LeftButton);
+    // A press is as exact as a pixel.
+    const double pixel = 64.0 / plot()->width();
+    EXPECT_NEAR(peak_gate(0, -3, 3), 0, pixel + 0.02);
+
+    // n ambiguities: n cycles a record at the centre frequency, whatever the rest does.
+    const std::vector<float> data = copy(user.pfdata);
+    ASSERT_TRUE(click("Rmv Ambs"));
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->isVisible() && top->windowTitle() == "Remove Doppler Ambs")
+            top->findChildren<QLineEdit*>().at(0)->setText("3");
+    ASSERT_TRUE(click("Apply"));
+    EXPECT_EQ(user.count, 4);
+    const double centre = 9000 + 0.5 * 63 * 5;
+    for (int record : {1, 17, 59}) {
+        const std::size_t i = 2 * (static_cast<std::size_t>(record) * 64 + 10);
+        const std::complex<double> was(data[i], data[i + 1]), is(user.pfdata[i], user.pfdata[i + 1]);
+        const double cycles = 3 * record * (9000 + 10 * 5) / centre;
+        EXPECT_LT(std::abs(is - was * std::polar(1.0, 2 * std::numbers::pi * cycles)), 1e-3) << record;
+    }
+}
+
+TEST_F(on_screen, corner_box_and_keys_move_through_the_journal) {
+    click("Rmv Drift");
+    const std::vector<float> data = copy(user.pfdata), shown = copy(user.rpdata);
+    const QImage picture = look();
+    const QPoint box = {5, 5};
+    press(box, Qt::MiddleButton); // back
+    EXPECT_EQ(user.count, 1);
+    EXPECT_NE(look(), picture);
+    press(box, Qt::LeftButton); // forward
+    EXPECT_EQ(user.count, 2);
+    EXPECT_TRUE(copy(user.pfdata) == data);
+    EXPECT_TRUE(copy(user.rpdata) == shown);
+    EXPECT_EQ(look(), picture);
+    key(plot(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(user.count, 1);
+    key(plot(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(user.count, 2);
+    EXPECT_EQ(look(), picture);
+}
+
+TEST_F(on_screen, saved_and_replayed_to_the_same_picture) {
+    click("Rmv Drift");
+    ASSERT_TRUE(click("Center"));
+    press(at(-8, 0.3), Qt::LeftButton);
+    const std::vector<float> shown = copy(user.rpdata);
+    const QImage picture = look();
+    click("DISMISS");
+    click("SAVE");
+
+    const std::string command =
+        std::string(NORVA_PROGRAM) + " --replay 'drift.jou;1' --out out >replay.txt 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0) << test::read_all("replay.txt");
+    EXPECT_FALSE(std::filesystem::exists("drift.jou;2"));
+    EXPECT_FALSE(std::filesystem::exists("norva.mc.sav"));
+    const std::string summary = test::read_all("out/summary.txt");
+    EXPECT_NE(summary.find("Center Profiles (Mocomp)"), std::string::npos) << summary;
+    for (const char* name : {"step_001", "step_002", "step_003"}) {
+        EXPECT_FALSE(QImage(QString("out/") + name + ".png").isNull()) << name;
+        EXPECT_EQ(test::read_all(std::string("out/") + name + ".pdf").substr(0, 5), "%PDF-");
+    }
+    EXPECT_FALSE(std::filesystem::exists("out/step_004.png")); // back in the main window
+
+    type_into_first_field("drift.pfx");
+    select_journal_file("drift.jou;1");
+    filewin_cb(main_window().jfil, 2);
+    user.count = 3;
+    mng_jrnl(nullptr, 0);
+    EXPECT_TRUE(copy(user.rpdata) == shown);
+    EXPECT_EQ(look(), picture);
+}
+
+TEST(program, words_that_need_no_display) {
+    const auto run = [](const std::string& words) {
+        return std::system(
+                   ("env -u DISPLAY -u QT_QPA_PLATFORM " NORVA_PROGRAM " " + words + " >/dev/null 2>&1")
+                       .c_str()) /
+               256;
+    };
+    EXPECT_EQ(run("--help"), 0);
+    EXPECT_EQ(run("--version"), 0);
+    EXPECT_EQ(run("--nonsense"), 2);
+    EXPECT_EQ(run("--replay /nonexistent.jou --out /nonexistent/out"), 1);
+}
+
+} // namespace
+} // namespace norva
