@@ -1,0 +1,51 @@
+#pragma once
+// Reading one item of a data file. What a kind of file has and how an element's values are found is told by a
+// table row; the pass over the elements in the time window is the same for all.
+
+#include "file_args.h"
+#include "fileio/ufile.h"
+
+#include <functional>
+#include <span>
+#include <string>
+
+namespace norva {
+
+// Where the values of the asked item come from: `width` values for each element, read one element after the
+// other. No width: the kind does not have the item, or `refused` tells why it cannot be read.
+struct sp_item_source {
+    std::size_t width = 0;
+    std::function<bool(std::span<double> values)> next = {}; // false when a read fails
+    const char* refused = "Bad data type for file type.";
+};
+
+struct sp_file_kind {
+    int filetype;
+    zuvfile_ptr (*open)(const std::string& name);
+    // A header word's value; of type SP_NULL when the kind does not have it.
+    sp_value (*header)(_zuvfile* file, int datatype);
+    sp_item_source (*items)(_zuvfile* file, const fileparams& parms);
+    const char* read_failed;
+};
+
+// The asked item: an array, a number or a text, or an error.
+sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms);
+
+// The elements first .. last - 1 of the time window, at most `mxelms` of them; empty when there are none.
+struct sp_element_run {
+    std::int64_t first = 0, last = 0;
+};
+sp_element_run sp_elements_in_window(_zuvfile* file, const fileparams& parms);
+
+// A keyword of the file as a value: a number or a text; an error when the file does not have it.
+sp_value sp_keyword_value(_zuvfile* file, const std::string& name);
+
+// Header words every kind has: text, first and last time, number of elements.
+sp_value sp_common_header(_zuvfile* file, int datatype);
+
+// Rows of complex samples as amplitude, phase, I or Q: all samples of a row, or the one that ISLOT selects.
+// `row` reads the next row of `n` float pairs.
+sp_item_source sp_complex_items(std::size_t n, const fileparams& parms,
+                                std::function<bool(std::span<float> pairs)> row);
+
+} // namespace norva
