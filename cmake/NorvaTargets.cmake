@@ -20,6 +20,12 @@ if(NORVA_SANITIZE)
                                                  -fno-omit-frame-pointer)
   target_link_options(norva_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(NORVA_FUZZ)
+  # Coverage everywhere, the fuzzer's own main function only in the fuzz targets.
+  set(norva_fuzz_flags -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+  target_compile_options(norva_options INTERFACE ${norva_fuzz_flags} -fno-omit-frame-pointer)
+  target_link_options(norva_options INTERFACE ${norva_fuzz_flags})
+endif()
 
 function(norva_library name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})

@@ -89,12 +89,13 @@ int read_at(std::span<const char> buf, std::size_t pos, kwl_item& item) {
     return 0;
 }
 
-// Calls use(item, indx, pos) for each item up to the end or the first malformed one, until it returns true.
+// Calls use(item, indx, pos) for each item, malformed ones left out, until it returns true.
 template <class Buffer, class Use> void walk(Buffer buf, Use use) {
     kwl_item item;
     std::size_t pos = 0;
-    for (int indx = 0; read_at(buf, pos, item) == 1; indx++) {
-        if (use(item, indx, pos)) return;
+    for (int indx = 0;; indx++) {
+        int outcome = read_at(buf, pos, item);
+        if (outcome == -1 || (outcome == 1 && use(item, indx, pos))) return;
         pos += static_cast<std::size_t>(size_at(buf, pos));
     }
 }
@@ -162,11 +163,10 @@ int kwl_tell(std::span<const char> buf, int indx) {
 }
 
 int kwl_nitems(std::span<const char> buf) {
+    kwl_item item;
+    std::size_t pos = 0;
     int n = 0;
-    walk(buf, [&](const kwl_item&, int, std::size_t) {
-        n++;
-        return false;
-    });
+    for (; read_at(buf, pos, item) == 1; n++) pos += static_cast<std::size_t>(size_at(buf, pos));
     return n;
 }
 

@@ -114,7 +114,7 @@ TEST(kwlist, a_put_that_does_not_fit_changes_nothing) {
     EXPECT_EQ(kwl_put_int(std::span<char>(), "A", 1), 0);
 }
 
-TEST(kwlist, malformed_items_end_the_list) {
+TEST(kwlist, malformed_items_end_the_count_but_not_a_search) {
     struct {
         const char* what;
         std::string bytes;
@@ -165,6 +165,11 @@ TEST(kwlist, malformed_items_end_the_list) {
     EXPECT_EQ(kwl_read(buf, 1, item), 1);
     EXPECT_EQ(item.ival, 7);
     EXPECT_EQ(kwl_nitems(buf), 0);
+    EXPECT_EQ(kwl_find(buf, "n"), 1);
+    int i = 0;
+    EXPECT_EQ(kwl_put_int(buf, "M", 9), 1); // what is put behind it is found again
+    EXPECT_EQ(kwl_get_int(buf, "M", i), 1);
+    EXPECT_EQ(i, 9);
 }
 
 TEST(kwlist, converting_touches_numbers_only) {

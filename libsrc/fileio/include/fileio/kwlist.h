@@ -47,7 +47,8 @@ int kwl_read(std::span<const char> buf, int indx, kwl_item& item);
 // Byte position of item `indx` in the block, -1 when kwl_read does not give 1 for it.
 int kwl_tell(std::span<const char> buf, int indx);
 
-int kwl_nitems(std::span<const char> buf); // items up to the end or the first malformed one
+// Items up to the end or the first malformed one. A search by name goes on behind a malformed item.
+int kwl_nitems(std::span<const char> buf);
 int kwl_find(std::span<const char> buf, std::string_view name); // index of the first item of that name, or -1
 
 // Value of the first item of that name and of the asked type: 1, or 0 with a zero or empty result. An item of
