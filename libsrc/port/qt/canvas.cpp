@@ -5,12 +5,9 @@
 
 #include <QImage>
 #include <QList>
-#include <QPaintDevice>
 #include <QPen>
 
 #include <array>
-#include <cstdlib>
-#include <initializer_list>
 
 namespace norva {
 

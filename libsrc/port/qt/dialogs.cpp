@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <cstdio>
+#include <utility>
 
 namespace norva {
 

@@ -6,7 +6,6 @@
 #include "text.h"
 
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
 
 #include <array>

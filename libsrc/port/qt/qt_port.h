@@ -18,7 +18,6 @@
 #include "canvas.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QString>
 
 #include <deque>
