@@ -44,9 +44,9 @@ TEST_F(range_test, opening_journals_once_and_shows_only_buttons_that_do_somethin
     EXPECT_TRUE(press_button("Peaks"));
     EXPECT_EQ(peaks_mode, 1);
     EXPECT_EQ(pkswinon, 1);
-    EXPECT_TRUE(press_button("Center"));
-    EXPECT_EQ(rp.m_mode, MODE_NONE) << "the peak editor is up";
-    EXPECT_FALSE(rec.window(toggle("Center")).checked);
+    EXPECT_FALSE(press_button("Center")) << "the peak editor is up";
+    xrp_cb(xrp_window(), 16);
+    EXPECT_EQ(rp.m_mode, MODE_NONE);
 }
 
 TEST_F(range_test, zoom_cuts_the_profiles_about_range_zero) {
@@ -116,11 +116,13 @@ TEST_F(range_test, modes_press_and_release_buttons) {
         EXPECT_EQ(rec.window(toggle("Rmv Line")).checked, p.mode == MODE_LINE) << p.button;
     }
     msgwinon = 1;
-    press_button("Center");
+    EXPECT_TRUE(press_button("Center"));
     EXPECT_EQ(rp.m_mode, MODE_NONE);
     EXPECT_FALSE(rec.window(toggle("Center")).checked);
-    press_button("DISMISS");
+    EXPECT_TRUE(press_button("DISMISS"));
     EXPECT_EQ(rpwinon, 1);
+    xrp_refresh_controls();
+    for (const char* grey : {"DISMISS", "Center", "Rmv Drift"}) EXPECT_FALSE(press_button(grey)) << grey;
     xrp_cb(nullptr, 0); // the replay passes
     EXPECT_EQ(rpwinon, 0);
 }

@@ -8,7 +8,7 @@ namespace norva {
 
 static struct {
     wi_obj* window = nullptr;
-    wi_obj* number = nullptr;
+    wi_obj *number = nullptr, *apply = nullptr;
 } dialog;
 
 static void dialog_cb(wi_obj* wo, int tag) {
@@ -24,7 +24,7 @@ static void build_dialog() {
     dialog.number = wi_mk_numfld(wi_form_parent(dialog.window, 8, 4, 312, 34),
                                  "Number of Doppler ambiguities to remove:", 0.8, 0);
     wi_numfld_set_cb(dialog.number, dialog_cb, 130);
-    wi_mk_button(wi_form_parent(dialog.window, 50, 40, 140, 64), "Apply", 0, dialog_cb, 130);
+    dialog.apply = wi_mk_button(wi_form_parent(dialog.window, 50, 40, 140, 64), "Apply", 0, dialog_cb, 130);
     wi_mk_button(wi_form_parent(dialog.window, 180, 40, 270, 64), "Cancel", 0, dialog_cb, 0);
     wi_zuvapp_quit(dialog.window, 1, "Cancel", dialog_cb, 0);
     wi_size(dialog.window, 320, 70);
@@ -39,6 +39,10 @@ void rawin_init(wi_obj*, int on) {
     if (!dialog.window) build_dialog();
     wi_on(dialog.window);
     wi_activate_first(dialog.window);
+}
+
+void ambs_dialog_refresh() {
+    if (dialog.apply) wi_enable(dialog.apply, !msgwinon);
 }
 
 void ambs_dialog_reset() {

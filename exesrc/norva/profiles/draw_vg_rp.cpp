@@ -14,7 +14,7 @@
 namespace norva {
 
 // Margins around the box, plot inches: room for tic labels, axis labels and notes.
-constexpr float LEFT = 0.55f, RIGHT = 0.2f, BOTTOM = 0.68f, TOP = 0.85f;
+constexpr float LEFT = 0.55f, RIGHT = 0.2f, BOTTOM = 0.52f, TOP = 0.8f;
 constexpr float NOTE_HEIGHT = 0.08f;
 constexpr double HEIGHT_UNIT = 0.4;  // plot inches of a profile height of 1: tracks stand out, and their tips
                                      // still lie close to the times they belong to
@@ -128,7 +128,7 @@ static vgobject_ptr draw_notes(const rp_picture& p, float xsize, float ysize, fl
     if (p.every > 1) {
         const std::string text =
             "*note: " + formatted("every %d%s profile is plotted", p.every, nsuf(p.every).c_str());
-        vg_obj_sym(*obj, xsize - RIGHT - vg_symlen(NOTE_HEIGHT, text), 0.1f, NOTE_HEIGHT, 0, text);
+        vg_obj_sym(*obj, xsize - RIGHT - vg_symlen(NOTE_HEIGHT, text), BOTTOM - 0.4f, NOTE_HEIGHT, 0, text);
     }
     return obj;
 }

@@ -203,7 +203,7 @@ void plotwin_init() {
     pw.height.wo = add_field(fm, 3, "Profile height:", 2, HEIGHT_UP, HEIGHT_DOWN, HEIGHT_TYPED);
     pw.truncation.wo = add_field(fm, 4, "Profile truncation:", 2, TRUNC_UP, TRUNC_DOWN, TRUNC_TYPED);
     pw.scaling =
-        wi_mk_listsel(wi_form_parent(fm, 8, 164, 252, 188), "Scaling:", 0, 0.46, {"amplitude", "power"});
+        wi_mk_listsel(wi_form_parent(fm, 8, 164, 252, 188), "Scaling:", 0, 0.451, {"amplitude", "power"});
     wi_listsel_selchng_cb(pw.scaling, plotwin_cb, SCALING);
 
     const bool downsize = pw.client->can_downsize();

@@ -48,10 +48,10 @@ void zoom_once();          // halves the extent about the middle; nothing at the
 void zoom_again(int n);
 
 // --- range_picture.cpp
-void redraw();         // new picture of the profiles, with the span corrected and the fields refreshed
-void build_picture();  // the same without drawing it on the display
-void render();         // erases, and draws what there is
-void range_hardcopy(); // the picture on paper
+void redraw();                // new picture of the profiles, with the span corrected and the fields refreshed
+void build_picture();         // the same without drawing it on the display
+void render();                // erases, and draws what there is
+std::string range_hardcopy(); // the picture on paper; the file it went to, empty when to a printer or nowhere
 void drop_picture();
 
 // --- range_mouse.cpp
@@ -68,6 +68,7 @@ bool range_can_downsize(); // the application offers it
 // --- ambs_dialog.cpp
 void rawin_init(wi_obj* wo, int on); // shows (1) or hides (0) the dialog
 double rawin_value();
+void ambs_dialog_refresh(); // grey while clicks are ignored
 void ambs_dialog_reset();
 
 // --- plot_window.cpp

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 namespace norva {
 
@@ -80,8 +82,8 @@ void drop_picture() {
     vg_del_frame(rp.box);
 }
 
-void range_hardcopy() {
-    if (!rp.disp || !rp.picture.frame) return;
+std::string range_hardcopy() {
+    if (!rp.disp || !rp.picture.frame) return "";
     // Fills a sheet of 11 by 8.5 inches up to a margin on all sides, with the journal's name on top.
     const float margin = 0.5f, header = 0.3f;
     const float scale =
@@ -91,7 +93,10 @@ void range_hardcopy() {
     vg_hc_frame(*hc, rp.box.get());
     vg_hc_object(*hc, rp.line.get());
     hc_hdr(*hc, 0, rp.disp->ysize + 0.1f, user.jfile);
+    const bool opened = hc->context != 0;
     vg_hc_done(*hc);
+    std::error_code ignored;
+    return opened && std::filesystem::exists(hc->tfname, ignored) ? hc->tfname : "";
 }
 
 } // namespace norva

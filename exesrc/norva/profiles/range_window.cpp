@@ -16,7 +16,10 @@ namespace norva {
 range_window_hooks rp_hooks;
 range_state rp;
 
-static struct { wi_obj *window = nullptr, *buttons = nullptr, *hint = nullptr, *area = nullptr; } win;
+static struct {
+    wi_obj *window = nullptr, *dismiss = nullptr, *help = nullptr, *buttons = nullptr, *hint = nullptr;
+    wi_obj* area = nullptr;
+} win;
 
 static const char* const HELP_KEY = "help:norva:range profile";
 constexpr int HELP = 102;
@@ -49,9 +52,9 @@ static void make_window() {
     wi_set_window_name("NORVA: range profile");
     wi_obj* fm = win.window = wi_mk_form(nullptr, 670, 600);
     wi_hlp_setprog(fm, "norva:range profile");
-    wi_mk_button(wi_form_parent(fm, 8, 5, 88, 27), "DISMISS", 0, xrp_cb, 0);
+    win.dismiss = wi_mk_button(wi_form_parent(fm, 8, 5, 88, 27), "DISMISS", 0, xrp_cb, 0);
     wi_mk_label(wi_form_parent(fm, 100, 5, 570, 27), "Range Profile Processing", 5);
-    if (wi_hooks.help) wi_mk_button(wi_form_parent(fm, 582, 5, 662, 27), "HELP", 0, xrp_cb, HELP);
+    if (wi_hooks.help) win.help = wi_mk_button(wi_form_parent(fm, 582, 5, 662, 27), "HELP", 0, xrp_cb, HELP);
 
     wi_obj* row = win.buttons =
         wi_mk_butary(wi_form_parent(fm, 8, 32, 662, 56), 1, rp_hooks.xpk_init ? 6 : 5);
@@ -97,11 +100,22 @@ void xrp(int tag) {
         return;
     }
     if (!win.window) make_window();
-    wi_on(win.window);
+    if (!rpwinon) wi_on(win.window); // a window that is up stays where it is among the others
     xrp_cb(nullptr, rpwinon ? -1 : -3);
     rpwinon = 1;
     if (tag != 2) jrnl(3);
     xrp_resize(nullptr, 0);
+    xrp_refresh_controls();
+}
+
+void xrp_refresh_controls() {
+    if (!win.window) return;
+    const bool heard = !msgwinon && !pkswinon;
+    wi_enable(win.dismiss, !msgwinon);
+    wi_enable(win.buttons, heard);
+    if (win.help) wi_enable(win.help, heard);
+    wi_enable(plotwin_window(), heard);
+    ambs_dialog_refresh();
 }
 
 // --- Actions
@@ -218,10 +232,15 @@ void xrp_cb(wi_obj* wo, int tag) {
         if (!rp_hooks.xpk_init) break;
         pkswinon = 1;
         rp_hooks.xpk_init(1);
+        xrp_refresh_controls();
         break;
     case 15: begin_line(); break;
     case 16: set_mode(MODE_CENTER); break;
-    case 18: range_hardcopy(); break;
+    case 18: {
+        const std::string file = range_hardcopy();
+        if (wo && !file.empty()) popmsg("Hardcopy written to " + file);
+        break;
+    }
     case 100: rawin_init(wo, 1); break;
     case 101: plotwin_cb(nullptr, 0); break;
     case HELP: wi_hlp_srch(HELP_KEY); break;

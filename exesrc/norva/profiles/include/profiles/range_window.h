@@ -45,6 +45,10 @@ void xrp_mouse(wi_obj* wo, int tag, int xpx, int ypx, int ibut);
 // A correction that cannot be made is refused with a message and changes nothing.
 void xrp_mocomp(int tag, double x);
 
+// Greys the controls that ignore the user while the message window or the peak editor is up, and back. To be
+// called when msgwinon or pkswinon has changed.
+void xrp_refresh_controls();
+
 // The window's top object; null before the first opening.
 wi_obj* xrp_window();
 
