@@ -81,6 +81,13 @@ static std::string installed_env_file() {
     return {};
 }
 
+// What "QELM" would name, were it set: the folder that holds the sample data.
+static std::string installed_tree() {
+    std::error_code ignored;
+    const fs::path shared = program_folder().parent_path() / "share/norva";
+    return fs::exists(shared, ignored) ? shared.string() : program_folder().string();
+}
+
 static void open_at_start(const std::string& name) {
     if (rename_file(name).find(".jou") != std::string::npos) {
         select_journal_file(name);
@@ -104,6 +111,7 @@ void norva_main(int argc, char** argv) {
             "to the c:\\windows directory.  Otherwise NORVA must be reinstalled.");
     const char* qelm = get_logical("QELM", nullptr);
     homedir = qelm ? qelm : "";
+    wi_hooks.home_dir = installed_tree();
     wi_main_init(argc, argv);
     filewin_init();
     user.count = 0;
