@@ -11,7 +11,7 @@ namespace norva {
 
 namespace {
 
-constexpr std::int64_t block_bytes = 4 << 20; // read at a time
+constexpr std::int64_t block_bytes = 512 << 10; // read at a time: stays in the cache while it is converted
 constexpr int most_reports = 50;
 
 struct window {

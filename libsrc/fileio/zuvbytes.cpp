@@ -78,6 +78,10 @@ bool zuv_write_at(int handle, std::int64_t position, std::span<const std::byte> 
            }) == std::ssize(bytes);
 }
 
+bool zuv_flush(int handle) {
+    return fdatasync(handle) == 0 || errno == EINVAL || errno == ENOSYS; // a file system without such a call
+}
+
 bool zuv_unpack_head(std::span<const std::byte> bytes, _keywords& kw) {
     auto one = [&](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
     std::int32_t longs[4];

@@ -96,7 +96,7 @@ int write_front(_zuvfile& file) {
 
 // Head and reserved area, both in one write, after everything that the head will count.
 int write_changes(_zuvfile& file) {
-    if (file.nelements > file.kw.nelements && fdatasync(file.handle) != 0) return ZUV_WRITE_FAILED;
+    if (file.nelements > file.kw.nelements && !zuv_flush(file.handle)) return ZUV_WRITE_FAILED;
     file.kw.nelements = static_cast<std::int32_t>(file.nelements);
     std::vector<std::byte> front(zuv_headbytes + file.rspace.size());
     if (!zuv_pack_head(file.kw, front)) return ZUV_NO_CONVERSION; // also installs this machine to the file's

@@ -23,6 +23,8 @@ std::int64_t zuv_read(int handle, std::span<std::byte> bytes);
 bool zuv_read_at(int handle, std::int64_t position, std::span<std::byte> bytes);
 bool zuv_write(int handle, std::span<const std::byte> bytes);
 bool zuv_write_at(int handle, std::int64_t position, std::span<const std::byte> bytes);
+// What has been written is on the disk when this returns true.
+bool zuv_flush(int handle);
 
 // The head from and to its 20 bytes on disk, in the representation of machine kw.machine. False when unknown.
 bool zuv_unpack_head(std::span<const std::byte> bytes, _keywords& kw);

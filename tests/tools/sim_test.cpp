@@ -70,9 +70,13 @@ TEST(write_scene, files_of_every_kind_hold_the_scene) {
     EXPECT_NE(write_scene({.df = 0.0}, {}, dir.file("g.pfx")), 1);
 }
 
-int run(const std::string& words) {
-    int status = std::system((NORVA_SIM " " + words + " >sim.out 2>&1").c_str());
+int run_program(const std::string& program, const std::string& words) {
+    int status = std::system((program + " " + words + " >sim.out 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+int run(const std::string& words) {
+    return run_program(NORVA_SIM, words);
 }
 
 TEST(norva_sim, named_scenes_show_what_the_help_says) {
@@ -129,6 +133,35 @@ TEST(norva_sim, mistakes_give_a_status_and_leave_nothing) {
     fs::remove("f");
     fs::remove("sim.out");
     EXPECT_TRUE(fs::is_empty(dir.path()));
+}
+
+TEST(addkw, stores_all_keywords_or_none) {
+    temp_dir dir;
+    current_dir here(dir.path());
+    ASSERT_EQ(run("--nf 3 --nt 2 --omit WFRI f"), 0);
+    ASSERT_EQ(run_program(
+                  NORVA_ADDKW,
+                  "f dtype=0 xex=12.500000 RC=1000 sig_type=7 wfri=0.01 NOTE='two words' COUNT=5 MOT_COMP="),
+              0);
+    gatfile_ptr p = opengat("f", "Old", 1);
+    EXPECT_EQ(u_kwget_d(p.get(), "RC"), 1000.0); // a double, since it is read as one
+    EXPECT_EQ(u_kwget_d(p.get(), "XEX"), 12.5);
+    EXPECT_EQ(u_kwget_d(p.get(), "WFRI"), 0.01);
+    EXPECT_EQ(u_kwget_i(p.get(), "DTYPE"), 0);
+    EXPECT_EQ(u_error(), ZUV_OK);
+    EXPECT_EQ(u_kwget_i(p.get(), "COUNT"), 5);
+    EXPECT_EQ(u_kwget_s(p.get(), "SIG_TYPE"), "7");
+    EXPECT_EQ(u_kwget_s(p.get(), "NOTE"), "two words");
+    EXPECT_EQ(u_kwexist(p.get(), "MOT_COMP"), 0);
+    p.reset();
+
+    std::string before = read_all("f"), many;
+    for (int i = 0; i < 12; i++) many += " N" + std::to_string(i) + "=" + std::string(100, 'x');
+    EXPECT_EQ(run_program(NORVA_ADDKW, "f COUNT=6" + many), 1);
+    EXPECT_EQ(run_program(NORVA_ADDKW, "missing A=1"), 1);
+    EXPECT_EQ(run_program(NORVA_ADDKW, "f COUNT"), 2);
+    EXPECT_EQ(run_program(NORVA_ADDKW, "f"), 2);
+    EXPECT_EQ(read_all("f"), before);
 }
 
 // What data/README.md says of the sample files.
