@@ -76,6 +76,8 @@ cause replace(const std::string& target, std::span<const std::byte> bytes) {
     int fd = make_temporary(target, temporary);
     if (fd < 0) return {errno};
     cause failure = write_all(fd, bytes);
+    // The owner stays where the system lets us set it. This may clear permission bits, so it comes first.
+    [[maybe_unused]] int owner_kept = exists ? fchown(fd, old.st_uid, old.st_gid) : 0;
     if (!failure && exists && fchmod(fd, old.st_mode & 07777) != 0) failure = {errno};
     if (safefile_system.close(fd) != 0 && !failure) failure = {errno};
     if (!failure && safefile_system.rename(temporary.c_str(), target.c_str()) != 0) failure = {errno};
