@@ -23,6 +23,8 @@ constexpr int ESPL_FILE = 1;
 // Most coefficients of a piece: the multipliers of its derivatives, up to 169!, just stay finite.
 constexpr int ESPL_MAX_NCOE = 170;
 
+constexpr int ESPL_NO_SPLINE = -16; // status: the contents of a file make no spline
+
 // One breakpoint. The piece that begins here is the sum of coe[j] * (t - time)^j.
 struct _brkpoint {
     double time = 0.0;
@@ -71,7 +73,7 @@ int espl_rehash(_espl* e);
 espl_ptr espl_read(const std::string& name); // the whole of a spline file, into memory
 // Writes a spline in memory to a file; an old one of that name is replaced once the new one is complete.
 // Returns the status.
-int espl_write(_espl* e, const std::string& name, const std::string& text, const std::string& type,
+int espl_write(const _espl* e, const std::string& name, const std::string& text, const std::string& type,
                const std::string& xunits, const std::string& yunits, int ider);
 
 espl_ptr espl_mult(const _espl* e, double factor); // factor times e
