@@ -112,16 +112,16 @@ TEST(range_picture, a_target_stands_at_its_range_and_time) {
     const float tip_height = 0.4f; // plot inches
     const float foot = vg_y_loc(p.rp_df, 31 * p.dt);
     const auto tip = std::find_if(drawn.begin(), drawn.end(), [&](const _vgvec& v) {
-        return std::fabs(v.y - (foot + tip_height)) < 1e-3f;
+        return std::fabs(v.y - (foot + tip_height)) < 1 / 160.0f;
     });
     ASSERT_NE(tip, drawn.end());
     EXPECT_NEAR(vg_x_val(p.rp_df, tip->x), p.r1 + 700 * p.dr, 0.5 * 2048 / (7 * 160));
-    // Elsewhere every curve lies on its own time.
+    // Elsewhere every curve lies on its own time, to a pixel of the eight between two curves.
     std::vector<int> seen(nrec);
     for (const _vgvec& v : drawn) {
         const double record = vg_y_val(p.rp_df, v.y) / p.dt;
         const double nearest = std::round(record);
-        if (std::fabs(record - nearest) < 1e-3 && nearest < nrec) seen[static_cast<int>(nearest)] = 1;
+        if (std::fabs(record - nearest) < 0.2 && nearest < nrec) seen[static_cast<int>(nearest)] = 1;
     }
     EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), nrec);
 

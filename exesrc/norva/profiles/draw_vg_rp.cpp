@@ -45,8 +45,9 @@ static double shown_quantity(double power, int scaling) {
     return scaling == PLOT_POWER ? power : std::sqrt(power);
 }
 
-// The curves of every p.every-th record. Times stand at y0, y0 + yscale*dt, ...
-static vgobject_ptr draw_curves(const rp_picture& p, record_range rows, int ncol, double yscale) {
+// The curves of every p.every-th record. Times stand at y0, y0 + yscale*dt, ... plot inches; ppi: pixels per
+// inch.
+static vgobject_ptr draw_curves(const rp_picture& p, record_range rows, int ncol, double yscale, double ppi) {
     vgobject_ptr obj = vg_new_object();
     vg_attr_object(*obj, CURVE_COLOR, 0, 0);
     const _vgdataframe& df = p.rp_df;
@@ -56,7 +57,9 @@ static vgobject_ptr draw_curves(const rp_picture& p, record_range rows, int ncol
     const double unit = p.peak > 0 ? HEIGHT_UNIT * p.height / p.peak : 0;
     for (int j = rows.first; j < rows.last; j += p.every) {
         reduce_row(p.rpdata.subspan(static_cast<std::size_t>(j) * p.nr, p.nr), y);
-        const double base = df.y0 + (j - rows.first) * p.dt * yscale;
+        // Well inside a pixel, so that low sidelobes do not make a baseline jump between two of them.
+        const double pixel = std::floor((df.y0 + (j - rows.first) * p.dt * yscale) * ppi);
+        const double base = (pixel + 0.25) / ppi;
         for (float& v : y) {
             const double value = std::min(shown_quantity(v, p.scaling), p.truncation * p.peak);
             v = static_cast<float>(base + unit * value);
@@ -165,7 +168,8 @@ void draw_vg_rp(const _vgdisplay& disp, rp_picture& p) {
     p.frame = vg_new_frame();
     if (!empty) {
         const int pixels = std::max(2, static_cast<int>(df.xlen * disp.xpinch));
-        vg_add_object(*p.frame, draw_curves(p, rows, std::min(pixels, p.nr), yscale));
+        vg_add_object(*p.frame,
+                      draw_curves(p, rows, std::min(pixels, p.nr), yscale, std::max(disp.ypinch, 1.0f)));
     }
     vg_add_object(*p.frame, draw_axes(p, time_len));
     vg_add_object(*p.frame, draw_notes(p, disp.xsize, disp.ysize, 1.1f));
