@@ -4,27 +4,10 @@
 #include "zuvsys/cstrings.h"
 
 #include <algorithm>
-#include <cmath>
-#include <memory>
-#include <numbers>
-#include <vector>
 
 namespace norva {
 
 namespace {
-
-sp_value values_of(_zuvfile* file, const sp_element_run& run, const sp_item_source& items,
-                   const char* read_failed) {
-    const auto n = static_cast<std::size_t>(run.last - run.first);
-    if (items.width > SP_MAX_ELEMENTS) return sp_mkerror("Array is too large.");
-    sp_value result = sp_new_array(n * items.width);
-    if (result.type == SP_ERROR) return result;
-    if (u_elemmove(file, run.first) != ZUV_OK) return sp_mkerror(read_failed);
-    std::span<double> values = result.ary.own();
-    for (std::size_t i = 0; i < n; i++)
-        if (!items.next(values.subspan(i * items.width, items.width))) return sp_mkerror(read_failed);
-    return result;
-}
 
 // The time of each element. Reading a time does not move on, so the element is chosen each time.
 sp_item_source time_items(_zuvfile* file) {
@@ -38,25 +21,40 @@ bool is_time(int datatype) {
     return datatype == SP_DT_TIME || datatype == SP_DT_ALLTIME;
 }
 
-// Why no element of the file can be in the window; empty when some may.
-std::string outside(_zuvfile* file, const fileparams& parms) {
-    if (parms.t0 >= u_lasttime(file) || parms.t1 < u_firsttime(file))
-        return "T0 and T1 overlap, no data found.";
-    return "";
-}
+// The elements first .. last - 1 of the time window, at most mxelms of them.
+struct element_run {
+    std::int64_t first = 0, last = 0;
+};
 
-} // namespace
-
-sp_element_run sp_elements_in_window(_zuvfile* file, const fileparams& parms) {
+element_run elements_in_window(_zuvfile* file, const fileparams& parms) {
     const std::int64_t nelem = u_nelem(file);
-    sp_element_run run;
+    element_run run;
     if (u_timemove(file, parms.t0) != ZUV_OK) return {};
     run.first = u_nextelem(file);
     if (u_timemove(file, parms.t1) != ZUV_OK) return {};
     run.last = u_nextelem(file);
     if (run.last < nelem && u_nexttime(file) <= parms.t1) run.last++; // the end of the window is included
     run.last = std::min(run.last, run.first + parms.mxelms);
-    return run.last > run.first ? run : sp_element_run{};
+    return run.last > run.first ? run : element_run{};
+}
+
+sp_value values_of(_zuvfile* file, const element_run& run, const sp_item_source& items,
+                   const char* read_failed) {
+    const auto n = static_cast<std::size_t>(run.last - run.first);
+    if (items.width > SP_MAX_ELEMENTS) return sp_mkerror("Array is too large.");
+    sp_value result = sp_new_array(n * items.width);
+    if (result.type == SP_ERROR) return result;
+    if (u_elemmove(file, run.first) != ZUV_OK) return sp_mkerror(read_failed);
+    std::span<double> values = result.ary.own();
+    for (std::size_t i = 0; i < n; i++)
+        if (!items.next(values.subspan(i * items.width, items.width))) return sp_mkerror(read_failed);
+    return result;
+}
+
+} // namespace
+
+std::string sp_outside(double first, double last, const fileparams& parms) {
+    return parms.t0 >= last || parms.t1 < first ? "T0 and T1 overlap, no data found." : "";
 }
 
 sp_value sp_read_file(const sp_file_kind& kind, const fileparams& given) {
@@ -74,8 +72,9 @@ sp_value sp_read_file(const sp_file_kind& kind, const fileparams& given) {
     }
     sp_item_source items = is_time(parms.datatype) ? sp_item_source{1} : kind.items(file.get(), parms);
     if (items.width == 0) return sp_mkerror(items.refused);
-    if (std::string why = outside(file.get(), parms); !why.empty()) return sp_mkerror(why);
-    const sp_element_run run = sp_elements_in_window(file.get(), parms);
+    std::string why = sp_outside(u_firsttime(file.get()), u_lasttime(file.get()), parms);
+    if (!why.empty()) return sp_mkerror(std::move(why));
+    const element_run run = elements_in_window(file.get(), parms);
     if (run.last == run.first) return sp_mkerror("No data found between T0 and T1.");
     if (is_time(parms.datatype)) {
         u_elemmove(file.get(), run.first);
@@ -102,75 +101,6 @@ sp_value sp_common_header(_zuvfile* file, int datatype) {
     case SP_DT_NREC: return sp_mkscaler(static_cast<double>(u_nelem(file)));
     default: return {};
     }
-}
-
-// --- Complex samples
-
-namespace {
-
-double amplitude(float re, float im) {
-    return std::hypot(static_cast<double>(re), static_cast<double>(im));
-}
-double phase(float re, float im) { // cycles
-    return std::atan2(static_cast<double>(im), static_cast<double>(re)) / (2.0 * std::numbers::pi);
-}
-double real_part(float re, float) {
-    return re;
-}
-double imaginary_part(float, float im) {
-    return im;
-}
-
-using sample_value = double (*)(float re, float im);
-
-sample_value value_of(int datatype) {
-    switch (datatype) {
-    case SP_DT_AMP: return amplitude;
-    case SP_DT_PHASE: return phase;
-    case SP_DT_I: return real_part;
-    case SP_DT_Q: return imaginary_part;
-    default: return nullptr;
-    }
-}
-
-// Follows a phase, in cycles, through its jumps.
-struct unwrapper {
-    double before = 0.0, whole = 0.0;
-    bool started = false;
-
-    double operator()(double cycles) {
-        if (started && std::fabs(cycles - before) > 0.5) whole += cycles < before ? 1.0 : -1.0;
-        started = true;
-        before = cycles;
-        return cycles + whole;
-    }
-};
-
-} // namespace
-
-sp_item_source sp_complex_items(std::size_t n, const fileparams& parms,
-                                std::function<bool(std::span<float>)> row) {
-    const sample_value value = value_of(parms.datatype);
-    if (!value) return {};
-    if (parms.islot < 0 || static_cast<std::size_t>(parms.islot) > n) {
-        sp_item_source none;
-        none.refused = "Invalid ISLOT.";
-        return none;
-    }
-    const std::size_t first = parms.islot > 0 ? static_cast<std::size_t>(parms.islot) - 1 : 0;
-    const std::size_t width = parms.islot > 0 ? 1 : n;
-    const bool unwraps = parms.datatype == SP_DT_PHASE;
-    // A row of samples is unwrapped by itself, single samples along the elements.
-    return {width, [=, pairs = std::vector<float>(), follow = unwrapper{}](std::span<double> out) mutable {
-                pairs.resize(2 * n); // not before a row is known to be there
-                if (!row(pairs)) return false;
-                if (width > 1) follow = {};
-                for (std::size_t i = 0; i < width; i++) {
-                    out[i] = value(pairs[2 * (first + i)], pairs[2 * (first + i) + 1]);
-                    if (unwraps) out[i] = follow(out[i]);
-                }
-                return true;
-            }};
 }
 
 } // namespace norva

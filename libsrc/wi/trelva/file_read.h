@@ -20,7 +20,6 @@ struct sp_item_source {
 };
 
 struct sp_file_kind {
-    int filetype;
     zuvfile_ptr (*open)(const std::string& name);
     // A header word's value; of type SP_NULL when the kind does not have it.
     sp_value (*header)(_zuvfile* file, int datatype);
@@ -31,21 +30,17 @@ struct sp_file_kind {
 // The asked item: an array, a number or a text, or an error.
 sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms);
 
-// The elements first .. last - 1 of the time window, at most `mxelms` of them; empty when there are none.
-struct sp_element_run {
-    std::int64_t first = 0, last = 0;
-};
-sp_element_run sp_elements_in_window(_zuvfile* file, const fileparams& parms);
+// The readers, one for each kind of file.
+sp_value read_gat(const fileparams& parms); // read_complex.cpp
+sp_value read_spl(const fileparams& parms); // read_spl.cpp
+
+// Why data from `first` to `last` cannot have anything in the time window; empty when they may.
+std::string sp_outside(double first, double last, const fileparams& parms);
 
 // A keyword of the file as a value: a number or a text; an error when the file does not have it.
 sp_value sp_keyword_value(_zuvfile* file, const std::string& name);
 
 // Header words every kind has: text, first and last time, number of elements.
 sp_value sp_common_header(_zuvfile* file, int datatype);
-
-// Rows of complex samples as amplitude, phase, I or Q: all samples of a row, or the one that ISLOT selects.
-// `row` reads the next row of `n` float pairs.
-sp_item_source sp_complex_items(std::size_t n, const fileparams& parms,
-                                std::function<bool(std::span<float> pairs)> row);
 
 } // namespace norva

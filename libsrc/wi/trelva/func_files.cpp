@@ -1,7 +1,6 @@
-// The functions that read data files, and the kinds of file they read.
+// The functions that read data files, and the readers behind them.
 #include "file_args.h"
 #include "file_read.h"
-#include "fileio/gat.h"
 #include "functions_int.h"
 #include "zuvsys/cstrings.h"
 
@@ -11,38 +10,19 @@ namespace norva {
 
 namespace {
 
-// --- Gate files
-
-zuvfile_ptr open_gat(const std::string& name) {
-    return opengat(name, "Old", 0);
+sp_value not_implemented(const fileparams&) {
+    return sp_mkerror("This function not implemented yet.");
 }
 
-sp_value gat_header(_zuvfile* file, int datatype) {
-    switch (datatype) {
-    case SP_DT_PRF: return sp_keyword_value(file, "prf");
-    case SP_DT_XLAM: return sp_keyword_value(file, "xlam");
-    case SP_DT_NGAT: return sp_mkscaler(u_nitems(file));
-    default: return {};
-    }
-}
-
-sp_item_source gat_items(_zuvfile* file, const fileparams& parms) {
-    auto* gat = static_cast<_gatfile*>(file);
-    if (parms.datatype == SP_DT_RANGE)
-        return {1, [gat](std::span<double> range) {
-                    double time = 0.0;
-                    return getgat(gat, time, range[0], {}) == ZUV_OK;
-                }};
-    return sp_complex_items(static_cast<std::size_t>(u_nitems(file)), parms, [gat](std::span<float> pairs) {
-        double time = 0.0, range = 0.0;
-        return getgat(gat, time, range, pairs) == ZUV_OK;
-    });
-}
-
-// --- The tables
-
-constexpr sp_file_kind kinds[] = {
-    {SP_FILE_GAT, open_gat, gat_header, gat_items, "Internal problem reading GAT file."},
+struct reader {
+    int filetype;
+    sp_value (*read)(const fileparams& parms);
+};
+constexpr reader readers[] = {
+    {SP_FILE_GAT, read_gat},
+    {SP_FILE_SPL, read_spl},
+    {SP_FILE_V3, not_implemented},
+    {SP_FILE_ANY, not_implemented},
 };
 
 struct file_function {
@@ -56,10 +36,8 @@ constexpr file_function functions[] = {
 
 sp_value read_file(const fileparams& parms) {
     if (!(parms.t0 < parms.t1)) return sp_mkerror("Times do not overlap in for file reading function.");
-    if (parms.filetype == SP_FILE_V3 || parms.filetype == SP_FILE_ANY)
-        return sp_mkerror("This function not implemented yet.");
-    auto kind = std::ranges::find(kinds, parms.filetype, &sp_file_kind::filetype);
-    return kind == std::end(kinds) ? sp_mkerror("Unknown file type.") : sp_read_file(*kind, parms);
+    auto kind = std::ranges::find(readers, parms.filetype, &reader::filetype);
+    return kind == std::end(readers) ? sp_mkerror("Unknown file type.") : kind->read(parms);
 }
 
 } // namespace
