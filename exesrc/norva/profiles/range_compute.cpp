@@ -1,6 +1,7 @@
 // Range profiles of the current window of data, and their zoom about range 0.
 #include "range_int.h"
 
+#include "profile_parts.h"
 #include "profiles/plot_window.h"
 #include "profiles/rngpro.h"
 #include "signal/numbers.h"
@@ -20,11 +21,6 @@ record_times range_records() {
 bool have_profiles() {
     return user.nr > 0 && rp.nt > 0 && rp.nt == user.nt && rp.nf == user.nf &&
            user.rpdata.size() >= static_cast<std::size_t>(rp.nt) * user.nr;
-}
-
-// Fresh memory is slow at first touch, so a block of the right size is kept.
-static void resize_block(jbuf<float>& block, std::size_t n) {
-    if (block.size() != n) block.reset(n);
 }
 
 static void drop_profiles() {

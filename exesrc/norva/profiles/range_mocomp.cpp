@@ -2,8 +2,8 @@
 // raw data.
 #include "range_int.h"
 
-#include "journal/journal.h"
 #include "mocomp/mocomp.h"
+#include "profile_parts.h"
 #include "profiles/rngdft.h"
 #include "signal/numbers.h"
 #include "state/calls.h"
@@ -72,33 +72,15 @@ static int journal_tag(int tag) {
     }
 }
 
-static bool all_finite(const jbuf<double>& t) {
-    return std::all_of(t.begin(), t.end(), [](double v) { return std::isfinite(v); });
-}
-
 void xrp_mocomp(int tag, double x) {
     if (const std::string refusal = correction_refused(tag); !refusal.empty()) {
         popmsg(refusal);
         return;
     }
     computation busy;
-    mcfile& mc = user.mc;
     jbuf<double> t(static_cast<std::size_t>(user.nt) + 1);
     delay_history(t, tag, x);
-    if (!all_finite(t)) {
-        popmsg("The correction is not a finite delay; nothing was changed.");
-        return;
-    }
-    mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, t.data());
-    mc.t[mc.ptr] = std::move(t);
-    mc.flag[mc.ptr] = MC_DELAY;
-    mc.nt[mc.ptr] = user.nt;
-    mc.nt0[mc.ptr] = user.nt0;
-    mc.nf[mc.ptr] = user.nf;
-    mc.nf0[mc.ptr] = user.nf0;
-    mc.ptr++;
-    mc.nrecs = mc.ptr;
-    jrnl(journal_tag(tag));
+    if (!apply_correction(std::move(t), journal_tag(tag))) return;
     if (tag == RMV_DRIFT) return; // its own button recomputes
     if (rpwinon) xrp_cb(nullptr, -1);
     if (tag == RMV_AMBS && pkswinon && rp_hooks.xpk_draw_init) rp_hooks.xpk_draw_init();

@@ -2,7 +2,7 @@
 #include "range_int.h"
 
 #include "draw/overlays.h"
-#include "journal/journal.h"
+#include "profile_parts.h"
 #include "state/run.h"
 #include "state/user.h"
 
@@ -10,9 +10,6 @@
 #include <numbers>
 
 namespace norva {
-
-constexpr int PRESS = 0, MOTION = 1;
-constexpr int LEFT_BUTTON = 0, MIDDLE_BUTTON = 1, RIGHT_BUTTON = 2;
 
 static void erase_line() {
     if (!rp.line) return;
@@ -38,15 +35,6 @@ void rebuild_line() {
 static double line_angle(double dx, double dy) {
     const double ang = std::atan2(dy, dx) * 180 / std::numbers::pi;
     return ang > 90 ? ang - 180 : ang <= -90 ? ang + 180 : ang;
-}
-
-static void control_journal(int ibut) {
-    if (ibut == LEFT_BUTTON) mng_jrnl(nullptr, 1);
-    if (ibut == MIDDLE_BUTTON) mng_jrnl(nullptr, 2);
-    if (ibut == RIGHT_BUTTON) {
-        user.count = 0;
-        mng_jrnl(nullptr, 0);
-    }
 }
 
 // The second point, or the pointer on its way there.
@@ -81,17 +69,17 @@ static void press_in_line_mode(int ibut, double x, double y) {
 
 void xrp_mouse(wi_obj*, int tag, int xpx, int ypx, int ibut) {
     if (msgwinon || pkswinon || !rpwinon || !rp.disp || !rp.picture.frame) return;
-    if (tag == MOTION && (rp.m_mode != MODE_LINE || rp.nclick != 1)) return;
+    if (tag == MOUSE_MOTION && (rp.m_mode != MODE_LINE || rp.nclick != 1)) return;
     float xpos, ypos;
     vg_xy_pos(*rp.disp, xpx, ypx, xpos, ypos);
-    if (tag == PRESS && in_cbox(*rp.disp, xpos, ypos)) {
+    if (tag == MOUSE_PRESS && in_cbox(*rp.disp, xpos, ypos)) {
         control_journal(ibut);
         return;
     }
     const _vgdataframe& df = rp.picture.rp_df;
     if (!vg_inrect(df.pltbox, xpos, ypos)) return;
     const double x = vg_x_val(df, xpos), y = vg_y_val(df, ypos);
-    if (tag == MOTION)
+    if (tag == MOUSE_MOTION)
         line_to(x, y);
     else if (rp.m_mode == MODE_CENTER && ibut == LEFT_BUTTON)
         xrp_mocomp(0, x);

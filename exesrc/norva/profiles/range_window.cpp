@@ -2,6 +2,7 @@
 #include "range_int.h"
 
 #include "journal/journal.h"
+#include "profile_parts.h"
 #include "profiles/plot_window.h"
 #include "state/calls.h"
 #include "state/defaults.h"
@@ -114,7 +115,7 @@ void xrp_refresh_controls() {
     wi_enable(win.dismiss, !msgwinon);
     wi_enable(win.buttons, heard);
     if (win.help) wi_enable(win.help, heard);
-    wi_enable(plotwin_window(), heard);
+    if (rpwinon) wi_enable(plotwin_window(), heard);
     ambs_dialog_refresh();
 }
 
@@ -176,25 +177,8 @@ bool range_can_downsize() {
 }
 
 void range_downsize() {
-    const record_times rec = range_records();
-    double stime = rp.span.stime, etime = rp.span.etime;
-    const record_range rows = snap_to_records(rec.t0, rec.dt, rec.nt, stime, etime);
-    if (rows.last - rows.first == rec.nt) {
-        popmsg("The whole time span is shown: there is nothing to downsize.");
-        return;
-    }
     remove_line();
-    const int nt0 = user.nt0;
-    user.nt0 += rows.first;
-    user.nt = rows.last - rows.first;
-    if (!rp_hooks.downsize(user.nf0, nt0, user.nf)) {
-        user.nt0 = nt0;
-        user.nt = rec.nt;
-        return;
-    }
-    xrp_cb(nullptr, 0);
-    journal_hooks.enable_fields(1);
-    jrnl(9);
+    narrow_data(rp.span.stime, rp.span.etime, [] { xrp_cb(nullptr, 0); });
 }
 
 // A button of this window was pressed: the one of a mode stays down, others release it.
