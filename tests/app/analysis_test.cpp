@@ -49,6 +49,12 @@ protected:
         for (int i = 0; i < 4; i++) wi_numfld_putval(main_window().numfld[i], values[i]);
     }
 
+    void decimate(int time, int frequency) {
+        wi_set_value(main_window().decimation[0], time);
+        wi_set_value(main_window().decimation[1], frequency);
+        ASSERT_TRUE(click("Decimate"));
+    }
+
     // Two visits of the range window with five corrections, the second with a narrower window.
     void analyse() {
         open("drift.pfx");
@@ -103,6 +109,68 @@ protected:
 
     std::map<int, position_state> seen_;
 };
+
+// Decimation in a window that does not start at 1, then narrower windows and corrections in the new samples.
+TEST_F(analysis, with_decimations_in_the_middle) {
+    open("drift.pfx");
+    narrow(5, 24, 3, 20);
+    ASSERT_TRUE(click("Range Prof"));
+    remember();
+    ASSERT_TRUE(click("Rmv Drift"));
+    remember();
+    ASSERT_TRUE(click("DISMISS"));
+    remember();
+    const float f0 = user.f0, bw = user.bw, t0 = user.t0, dwell = user.dwell;
+    decimate(2, 1);
+    EXPECT_EQ(user.nf, 24);
+    EXPECT_EQ(user.nt, 10);
+    remember();
+    decimate(1, 2);
+    EXPECT_EQ(user.nf, 12);
+    remember();
+    // The span stands; the steps have grown.
+    EXPECT_EQ(user.f0, f0);
+    EXPECT_EQ(user.bw, bw);
+    EXPECT_EQ(user.t0, t0);
+    EXPECT_FLOAT_EQ(user.dwell, dwell);
+    EXPECT_FLOAT_EQ(user.df, 8);
+    EXPECT_FLOAT_EQ(user.dt, 0.02f);
+    narrow(6, 10, 4, 9);
+    ASSERT_TRUE(click("Range Prof"));
+    EXPECT_FLOAT_EQ(user.f0, f0 + 8);
+    EXPECT_FLOAT_EQ(user.t0, t0 + 0.02f);
+    remember();
+    xrp_mocomp(0, 1.5);
+    remember();
+    ASSERT_TRUE(click("DISMISS"));
+    remember();
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    expect_every_position();
+
+    ASSERT_TRUE(click("SAVE"));
+    start();
+    open_journal("drift.jou;1");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    expect_every_position();
+}
+
+TEST_F(analysis, decimation_refused_or_without_effect) {
+    open("drift.pfx");
+    decimate(1, 1);
+    EXPECT_EQ(messages, (std::vector<std::string>{"Warning: data should be motion compensated first!",
+                                                  "No decimation done!"}));
+    EXPECT_EQ(user.pstyle, 0); // as it was
+    EXPECT_EQ(user.mc.ptr, 0);
+
+    // 23 records are no good length: the last is cut off, which alone is no decimation.
+    narrow(1, 32, 1, 23);
+    decimate(1, 1);
+    EXPECT_EQ(user.nt, 23);
+    decimate(1, 2);
+    EXPECT_EQ(user.nf, 16);
+    EXPECT_EQ(user.nt, 20);
+    EXPECT_EQ(user.mc.nt[0], 20);
+}
 
 TEST_F(analysis, steps_back_and_forward_in_the_same_run) {
     analyse();
@@ -280,9 +348,11 @@ TEST_F(analysis, journals_that_are_none) {
 }
 
 TEST_F(analysis, a_folder_that_cannot_be_written) {
-    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
-    std::filesystem::permissions(".",
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    using std::filesystem::perms;
+    std::filesystem::permissions("drift.pfx", perms::all);
+    std::filesystem::permissions(".", perms::all &
+                                          ~(perms::owner_write | perms::group_write | perms::others_write));
+    auto user_of_the_machine = std::make_unique<test::unprivileged>();
     open("drift.pfx");
     click("Range Prof");
     EXPECT_FALSE(messages.empty());
@@ -291,7 +361,9 @@ TEST_F(analysis, a_folder_that_cannot_be_written) {
     click("QUIT");
     click("Yes");
     EXPECT_FALSE(rec->has_quit);
-    std::filesystem::permissions(".", std::filesystem::perms::owner_all);
+    user_of_the_machine.reset();
+    std::filesystem::permissions(".", perms::all);
+    user_of_the_machine = std::make_unique<test::unprivileged>();
     click("QUIT");
     click("Yes");
     EXPECT_TRUE(rec->has_quit);

@@ -158,17 +158,21 @@ TEST_F(raw_input, keyword_window_completes_the_file) {
 TEST_F(raw_input, keyword_window_of_a_read_only_file) {
     write_gate("locked.pfx", {},
                [](_gatfile* file) { u_kwdelete(file, "KSX"), u_kwdelete(file, "STEP_FREQ"); });
-    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
-    std::filesystem::permissions("locked.pfx", std::filesystem::perms::owner_read);
+    using std::filesystem::perms;
+    std::filesystem::permissions(".", perms::all);
+    std::filesystem::permissions("locked.pfx", perms::owner_read | perms::group_read | perms::others_read);
+    const test::unprivileged user_of_the_machine;
     open("locked.pfx");
     ASSERT_EQ(kwinon, 1);
     const std::vector<port_win> fields =
         rec->all(port_kind::field, rec->find(port_kind::top, "NORVA: manual kw input"));
     rec->enter(fields[8], "4");
+    rec->select(rec->all(port_kind::combo, rec->find(port_kind::top, "NORVA: manual kw input")).at(0),
+                "sampled cw");
     click("SAVE KWS");
     EXPECT_EQ(messages, std::vector<std::string>{"Unable to open file locked.pfx for writing!"});
     EXPECT_FLOAT_EQ(gp.df, 4); // good for this run
-    EXPECT_EQ(gp.sigtype, 0);  // what the list shows first
+    EXPECT_EQ(gp.sigtype, 0);  // only to be had from this window
 }
 
 TEST_F(raw_input, keyword_window_cancelled) {

@@ -1,4 +1,5 @@
 // Names, numbers, the environment file, the text of the message window, the command line.
+#include "app/decimation.h"
 #include "app/env_file.h"
 #include "app/message_text.h"
 #include "app/names.h"
@@ -51,6 +52,19 @@ TEST(numbers, helpers) {
     EXPECT_EQ(near_factor(1, 3, 12), 4);
     EXPECT_EQ(near_factor(-1, 6, 12), 4);
     EXPECT_EQ(near_factor(1, 12, 12), 12);
+}
+
+TEST(decimation, sizes) {
+    const struct {
+        int n, k, cut, m;
+    } cases[] = {{24, 2, 24, 12}, {7, 1, 6, 6}, {7, 2, 7, 3}, {23, 1, 20, 20}, {100, 3, 100, 36},
+                 {1, 1, 1, 1},    {1, 5, 1, 1}, {2, 9, 2, 2}, {3, 1, 3, 3},    {13, 2, 13, 6}};
+    for (const auto& c : cases) {
+        const decimated_size size = decimate_to(c.n, 8, c.k, 1);
+        EXPECT_EQ(size.nf, c.cut) << c.n << " by " << c.k;
+        EXPECT_EQ(size.mf, c.m) << c.n << " by " << c.k;
+        EXPECT_EQ(size.mt, 8);
+    }
 }
 
 TEST(env_file, slots) {

@@ -19,6 +19,8 @@
 #include <complex>
 #include <functional>
 #include <numbers>
+#include <stdexcept>
+#include <unistd.h>
 
 namespace norva::test {
 
@@ -58,6 +60,22 @@ inline void write_gate(const std::string& name, const gate_scene& scene,
     }
     ASSERT_EQ(zuvfileclose(std::move(file)), ZUV_OK);
 }
+
+// Permissions bind for the length of a scope, also where the tests run as root.
+class unprivileged {
+public:
+    unprivileged() : root_(geteuid() == 0) {
+        if (root_ && seteuid(65534) != 0) throw std::runtime_error("cannot give up privileges");
+    }
+    ~unprivileged() {
+        if (root_ && seteuid(0) != 0) std::abort();
+    }
+    unprivileged(const unprivileged&) = delete;
+    unprivileged& operator=(const unprivileged&) = delete;
+
+private:
+    bool root_;
+};
 
 class workstation : public testing::Test {
 protected:

@@ -9,6 +9,9 @@
 namespace norva {
 namespace {
 
+const std::filesystem::path start_folder =
+    std::filesystem::current_path(); // each test has a folder of its own
+
 class pictures : public test::screen {
 protected:
     void SetUp() override {
@@ -25,7 +28,7 @@ protected:
         lacking.omit = {"WFRI", "STEP_FREQ"};
         ASSERT_EQ(write_scene(s, lacking, "lacking.pfx"), 1);
         const char* folder = std::getenv("NORVA_PICTURES");
-        folder_ = folder ? folder : dir.path();
+        folder_ = folder ? start_folder / folder : dir.path();
         start();
     }
 

@@ -1,6 +1,7 @@
 // The samples of the raw file: the fresh read of a window, and the cut out of data in memory.
 #include "app/gpf.h"
 
+#include "app/window_values.h"
 #include "fileio/gat.h"
 #include "state/calls.h"
 #include "state/user.h"
@@ -32,8 +33,7 @@ static bool open_failed(int status) {
 }
 
 static bool read_fresh(_gatfile* file) {
-    user.df = gp.df;
-    user.dt = gp.wfri;
+    take_raw_steps();
     if (!user.pfdata) {
         fresh = {user.nt, user.nf, user.nt0, user.nf0};
     } else {

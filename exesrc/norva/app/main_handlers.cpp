@@ -7,6 +7,7 @@
 #include "app/names.h"
 #include "app/quit.h"
 #include "app/replay.h"
+#include "app/user_defaults.h"
 #include "app/window_values.h"
 #include "journal/journal.h"
 #include "journal/store.h"
@@ -233,6 +234,7 @@ void filewin_init() {
     progress_init();
     quitwin_init();
     kwin_build();
+    dfltwin_init();
     norva_enable_flds(0);
     wi_on(main_window().top);
 }

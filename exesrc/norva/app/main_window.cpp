@@ -2,9 +2,11 @@
 // main_handlers.cpp.
 #include "app/main_window.h"
 
+#include "app/decimation.h"
 #include "app/gpf.h"
 #include "app/messages.h"
 #include "app/quit.h"
+#include "app/user_defaults.h"
 #include "app/window_values.h"
 #include "journal/journal.h"
 #include "main_window_int.h"
@@ -14,6 +16,7 @@
 #include "state/user.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
 
 namespace norva {
@@ -83,12 +86,20 @@ static void build_analyses(wi_obj* fm) {
     constexpr int rows = 4, columns = 2;
     wi_obj* frame = wi_mk_frame(wi_form_parent(fm, 58, 29, 99, 60));
     wi_obj* inside = wi_mk_form(frame, 100, 100);
-    wi_mk_label(wi_form_parent(inside, 3, 2, 97, 16), "Analysis", 0);
-    wi_obj* cells = wi_mk_rectary(wi_form_parent(inside, 1, 18, 99, 98), rows, columns, 0.03, 0.12);
+    wi_obj* cells = wi_mk_rectary(wi_form_parent(inside, 1, 2, 99, 76), rows, columns, 0.03, 0.12);
+    int i = 0;
     for (const analysis_button& analysis : analyses) {
-        wi_obj* button = wi_mk_button(cells, analysis.text, 0, filewin_cb, analysis.tag);
-        wi_set_tooltip(button, analysis.tip);
-        if (analysis.tag == 8) win.range_prof = button;
+        win.analysis[i] = wi_mk_button(cells, analysis.text, 0, filewin_cb, analysis.tag);
+        wi_set_tooltip(win.analysis[i++], analysis.tip);
+    }
+    win.decimate = wi_mk_button(wi_form_parent(inside, 2.5, 80, 31, 96), "Decimate", 0, dec_cb, 0);
+    wi_set_tooltip(win.decimate, "Fewer samples over the same span, by these factors");
+    const char* const labels[2] = {"Time:", "Freq:"};
+    for (int d = 0; d < 2; d++) {
+        const double x = 34 + 33 * d;
+        win.decimation[d] = wi_mk_incdecfld(wi_form_parent(inside, x, 80, x + 31, 96), labels[d], 0.44, 1);
+        wi_incdecfld_decimals(win.decimation[d], 0);
+        wi_incdecfld_set_cb(win.decimation[d], dec_cb, 1, dec_cb, 2, nullptr, 0);
     }
 }
 
@@ -97,10 +108,13 @@ static void build_journal(wi_obj* fm) {
     wi_incdecfld_decimals(win.jfld, 0);
     wi_incdecfld_set_cb(win.jfld, mng_jrnl, 1, mng_jrnl, 2, mng_jrnl, 0);
     wi_set_tooltip(win.jfld, "Goes to a step of the analysis (Ctrl+Z back, Ctrl+Y forward)");
-    win.epg_toggle = wi_mk_button(wi_form_parent(fm, 58, 22.2, 99, 27.8), "See Journal Info", 0, chg_epg, 0);
+    win.epg_toggle = wi_mk_button(wi_form_parent(fm, 58, 22.2, 80, 27.8), "See Journal Info", 0, chg_epg, 0);
+    win.defaults = wi_mk_button(wi_form_parent(fm, 84, 22.2, 99, 27.8), "User Defaults", 0, dflt_cb, 1);
+    wi_set_tooltip(win.defaults, "What the analysis windows start from");
 }
 
 void build_main_window() {
+    win = {};
     wi_set_window_name("NORVA: main");
     wi_obj* fm = win.top = wi_mk_form(nullptr, 100, 100);
     wi_hlp_setprog(fm, "norva");
@@ -111,6 +125,7 @@ void build_main_window() {
     build_journal(fm);
     build_parameters(fm);
     build_analyses(fm);
+    reset_decimation_factors();
     win.epg = wi_mk_editpage(wi_form_parent(fm, 1, 61, 99, 99));
     wi_size(fm, 700, 550);
     wi_position(fm, 150, 0);
@@ -167,6 +182,18 @@ void show_count() {
     refresh_controls();
 }
 
+int decimation_factor(int direction) {
+    return std::max(1, wi_get_int(win.decimation[direction]));
+}
+
+void reset_decimation_factors() {
+    for (wi_obj* field : win.decimation) wi_incdecfld_putval(field, 1);
+}
+
+void filter_raw_files() {
+    wi_filesel_setdir(win.rdfil, def.fltr);
+}
+
 int typed_position() {
     return wi_get_int(win.jfld);
 }
@@ -192,7 +219,10 @@ void refresh_controls() {
     wi_enable(win.save, idle && eoj != 0);
     wi_enable(win.style, idle && file);
     wi_enable(win.epg_toggle, eoj != 0 && file);
-    wi_enable(win.range_prof, idle && file);
+    for (wi_obj* button : win.analysis)
+        if (button) wi_enable(button, idle && file);
+    wi_enable(win.decimate, idle && file);
+    for (wi_obj* field : win.decimation) wi_enable(field, fields_open && idle);
     wi_enable(win.jfld, fields_open && idle && eoj != 0);
     for (wi_obj* field : win.numfld) wi_enable(field, fields_open && idle);
     wi_button_label(win.epg_toggle, user.estyle == 1 ? "See Raw Data File Info" : "See Journal Info");

@@ -1,6 +1,7 @@
 // Going to a position of the journal.
 #include "app/replay.h"
 
+#include "app/decimation.h"
 #include "app/gpf.h"
 #include "app/main_window.h"
 #include "app/names.h"
@@ -142,10 +143,10 @@ static bool apply_corrections() {
         set_window(mc.nf0[i], mc.nf[i], mc.nt0[i], mc.nt[i]);
         if (!cut_from(old)) return false;
         if (mc.flag[i] == MC_DECIMATE) {
-            popmsg("This journal holds a decimation, which this version cannot apply.");
-            return false;
+            apply_decimation(static_cast<int>(mc.t[i][0]), static_cast<int>(mc.t[i][1]));
+            continue;
         }
-        user.f0 = window_f0(user.nf0, user.df);
+        user.f0 = window_f0(user.nf0);
         user.bw = user.nf * user.df;
         mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, mc.t[i].data());
         rpt_progress(i + 1, mc.ptr);

@@ -5,6 +5,7 @@
 #include "app/headless.h"
 #include "app/main_window.h"
 #include "app/names.h"
+#include "app/user_defaults.h"
 #include "state/calls.h"
 #include "state/defaults.h"
 #include "state/run.h"
@@ -113,6 +114,7 @@ void norva_main(int argc, char** argv) {
     homedir = qelm ? qelm : "";
     wi_hooks.home_dir = installed_tree();
     wi_main_init(argc, argv);
+    dflt_autoload(def);
     filewin_init();
     user.count = 0;
     user.dp_ni = static_cast<int>(def.dp_ni);

@@ -20,26 +20,47 @@ static int nint(double value) {
     return to_count(std::round(value)); // halves away from zero
 }
 
-float window_f0(int nf0, float df) {
-    return static_cast<float>((nf0 - 1) * static_cast<double>(df) + gp.f0);
+// A sample whose frequency and a record whose time are known; the others follow in steps.
+static struct {
+    int nf0 = 1, nt0 = 1;
+    double f0 = 0, t0 = 0; // MHz, s
+} origin;
+
+float window_f0(int nf0) {
+    return static_cast<float>((nf0 - origin.nf0) * static_cast<double>(user.df) + origin.f0);
+}
+
+static float window_t0(int nt0) {
+    return static_cast<float>((nt0 - origin.nt0) * static_cast<double>(user.dt) + origin.t0);
+}
+
+void take_raw_steps() {
+    user.df = gp.df;
+    user.dt = gp.wfri;
+    origin = {1, 1, gp.f0, gp.t0};
+}
+
+void take_decimated_steps(int mf, int mt) {
+    origin = {user.nf0, user.nt0, window_f0(user.nf0), window_t0(user.nt0)};
+    user.df = user.nf * user.df / mf;
+    user.dt = user.nt * user.dt / mt;
+    user.nf = mf;
+    user.nt = mt;
 }
 
 void cvrt_user_vals(int flag) {
     const int sgn = gp.df < 0 ? -1 : 1;
-    if (!user.pfdata) {
-        user.df = gp.df;
-        user.dt = gp.wfri;
-    }
+    if (!user.pfdata) take_raw_steps();
     const double df = user.df, dt = user.dt;
     if (flag == 0) {
-        user.nf0 = sgn * nint((static_cast<double>(user.f0) - gp.f0) / df) + 1;
+        user.nf0 = sgn * nint((user.f0 - origin.f0) / df) + origin.nf0;
         user.nf = nint(user.bw / df);
-        user.nt0 = nint((static_cast<double>(user.t0) - gp.t0) / dt) + 1;
+        user.nt0 = nint((user.t0 - origin.t0) / dt) + origin.nt0;
         user.nt = nint(user.dwell / dt);
     }
-    user.f0 = window_f0(user.nf0, user.df);
+    user.f0 = window_f0(user.nf0);
     user.bw = static_cast<float>(user.nf * df);
-    user.t0 = static_cast<float>((user.nt0 - 1) * dt + gp.t0);
+    user.t0 = window_t0(user.nt0);
     user.dwell = static_cast<float>(user.nt * dt);
 }
 

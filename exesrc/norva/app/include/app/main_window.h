@@ -32,6 +32,9 @@ void chg_parmstyle(wi_obj* wo, int tag); // parameters in units or in samples
 void norva_enable_flds(int enable);      // locks or opens the four fields and the journal position
 void show_count();                       // user.count into the journal position
 int typed_position();                    // what the journal position field holds
+int decimation_factor(int direction);    // 0 time, 1 frequency; at least 1
+void reset_decimation_factors();
+void filter_raw_files(); // def.fltr has changed
 void select_raw_file(const std::string& name);
 void select_journal_file(const std::string& name);
 
@@ -41,7 +44,9 @@ void refresh_controls();
 
 // The window's controls, for tests and for internal calls that stand for a control.
 struct main_window_controls {
-    wi_obj *top, *rdfil, *jfil, *jfld, *save, *epg, *epg_toggle, *style, *numfld[4], *range_prof;
+    wi_obj *top, *rdfil, *jfil, *jfld, *save, *epg, *epg_toggle, *style, *numfld[4], *defaults;
+    wi_obj* analysis[7]; // by the order of their buttons
+    wi_obj *decimate, *decimation[2];
 };
 const main_window_controls& main_window();
 

@@ -12,8 +12,16 @@ namespace norva {
 // formula of nf0 turns against the step's own. Windows given in samples are exact for both directions.
 void cvrt_user_vals(int flag);
 
-// First frequency (MHz) of the window whose first sample is nf0, with step df.
-float window_f0(int nf0, float df);
+// First frequency (MHz) of the window whose first sample is nf0, in the steps of the data in memory.
+float window_f0(int nf0);
+
+// The data are the raw file's again: its steps, and its first sample as the origin of all windows.
+void take_raw_steps();
+
+// The data of the window have been decimated to mf by mt samples: the window keeps its span and its first
+// frequency and time, the steps grow, and later windows are told in the new samples, counted on from nf0 and
+// nt0. Sets user.nf, nt, df, dt.
+void take_decimated_steps(int mf, int mt);
 
 enum class window_verdict { ok, one_point, f0_outside, t0_outside, nf_outside, nt_outside };
 
