@@ -106,7 +106,7 @@ espl_ptr espl_mergebrks(const _espl* e1, const _espl* e2, double lo, double hi) 
     if (!in_memory(e1) || !in_memory(e2)) return refused();
     std::vector<double> times;
     std::ranges::merge(times_of(*e1), times_of(*e2), std::back_inserter(times));
-    times.erase(std::ranges::unique(times).begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
     std::erase_if(times, [=](double t) { return !(lo <= t && t <= hi); });
     if (times.size() < 2) return refused();
     espl_ptr merged = espl_init_for_memory(static_cast<int>(times.size()), std::max(e1->ncoe, e2->ncoe));
