@@ -1,178 +1,38 @@
-// Layout of the range profile picture: curves, axes, notes.
+// The range profile picture.
 #include "profiles/draw_vg_rp.h"
 
-#include "draw/overlays.h"
-#include "signal/numbers.h"
-#include "stack_lines.h"
-#include "vgph/vgsym.h"
-
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <vector>
+#include "draw_stack.h"
 
 namespace norva {
 
-// Margins around the box, plot inches: room for tic labels, axis labels and notes.
-constexpr float LEFT = 0.55f, RIGHT = 0.2f, BOTTOM = 0.52f, TOP = 0.8f;
-constexpr float NOTE_HEIGHT = 0.08f;
-constexpr double HEIGHT_UNIT = 0.4;  // plot inches of a profile height of 1: tracks stand out, and their tips
-                                     // still lie close to the times they belong to
-constexpr int MIN_ROW_PIXELS = 6;    // least distance of two curves
-constexpr double MAX_HEADROOM = 0.4; // of the box
-constexpr int CURVE_COLOR = 3, RIM = 1; // palette
-
-record_range snap_to_records(double t0, double dt, int nrec, double& stime, double& etime) {
-    record_range rows;
-    rows.first = std::clamp(nint((stime - t0) / dt), 0, std::max(nrec - 1, 0));
-    rows.last = std::clamp(nint((etime - t0) / dt), rows.first + 1, std::max(nrec, rows.first + 1));
-    stime = t0 + rows.first * dt;
-    etime = t0 + rows.last * dt;
-    return rows;
-}
-
-std::string nsuf(int n) {
-    if (n / 10 % 10 == 1) return "th";
-    switch (n % 10) {
-    case 1: return "st";
-    case 2: return "nd";
-    case 3: return "rd";
-    default: return "th";
-    }
-}
-
-static double shown_quantity(double power, int scaling) {
-    return scaling == PLOT_POWER ? power : std::sqrt(power);
-}
-
-// The curves of every p.every-th record. Times stand at y0, y0 + yscale*dt, ... plot inches; ppi: pixels per
-// inch.
-static vgobject_ptr draw_curves(const rp_picture& p, record_range rows, int ncol, double yscale, double ppi) {
-    vgobject_ptr obj = vg_new_object();
-    vg_attr_object(*obj, CURVE_COLOR, 0, 0);
-    const _vgdataframe& df = p.rp_df;
-    std::vector<float> x(ncol), y(ncol);
-    for (int c = 0; c < ncol; c++) x[c] = vg_x_loc(df, p.r1 + p.dr * column_centre(c, ncol, p.nr));
-    hidden_lines lines(*obj, x, df.y0 + df.ylen);
-    const double unit = p.peak > 0 ? HEIGHT_UNIT * p.height / p.peak : 0;
-    for (int j = rows.first; j < rows.last; j += p.every) {
-        reduce_row(p.rpdata.subspan(static_cast<std::size_t>(j) * p.nr, p.nr), y);
-        // Well inside a pixel, so that low sidelobes do not make a baseline jump between two of them.
-        const double pixel = std::floor((df.y0 + (j - rows.first) * p.dt * yscale) * ppi);
-        const double base = (pixel + 0.25) / ppi;
-        for (float& v : y) {
-            const double value = std::min(shown_quantity(v, p.scaling), p.truncation * p.peak);
-            v = static_cast<float>(base + unit * value);
-        }
-        lines.add(y);
-    }
-    return obj;
-}
-
-static void add_axis(_vgobject& obj, float x0, float y0, float len, double v0, double v1, bool upright,
-                     bool far_side, bool labels) {
-    _vgaxisparm a;
-    a.lim0 = v0;
-    a.lim1 = v1;
-    a.x0 = x0;
-    a.y0 = y0;
-    a.alen = len;
-    a.r90 = upright;
-    a.reverse = far_side;
-    a.dolabs = labels;
-    vg_draw_axis(obj, a);
-}
-
-// The box: range below, metres above, time up to the last record on both sides.
-static vgobject_ptr draw_axes(const rp_picture& p, float time_len) {
-    const _vgdataframe& df = p.rp_df;
-    const float right = df.x0 + df.xlen, top = df.y0 + df.ylen, middle = df.x0 + df.xlen / 2;
-    vgobject_ptr obj = vg_new_object();
-    vg_attr_object(*obj, RIM, 0, 0);
-    add_axis(*obj, df.x0, df.y0, df.xlen, df.vx0, df.vx1, false, false, true);
-    add_centred_text(*obj, middle, df.y0 - 0.4f, vg_axis_label_height, "Range (gates)");
-    if (p.gate_metres > 0) {
-        add_axis(*obj, df.x0, top, df.xlen, df.vx0 * p.gate_metres, df.vx1 * p.gate_metres, false, true,
-                 true);
-        add_centred_text(*obj, middle, top + 0.27f, vg_axis_label_height, "Meters");
-    } else {
-        vg_plot_object(*obj, df.x0, top, 0);
-        vg_plot_object(*obj, right, top, 1);
-    }
-    add_axis(*obj, df.x0, df.y0, time_len, p.stime, p.etime, true, false, true);
-    add_axis(*obj, right, df.y0, time_len, p.stime, p.etime, true, true, false);
-    for (float x : {df.x0, right}) {
-        vg_plot_object(*obj, x, df.y0 + time_len, 0);
-        vg_plot_object(*obj, x, top, 1);
-    }
-    const float label = vg_symlen(vg_axis_label_height, "Time (sec)");
-    vg_obj_sym(*obj, df.x0 - 0.28f, df.y0 + (time_len - label) / 2, vg_axis_label_height, 90, "Time (sec)");
-    return obj;
-}
-
-template <class... Values> static std::string formatted(const char* format, Values... values) {
-    char text[120];
-    std::snprintf(text, sizeof text, format, values...);
-    return text;
-}
-
-static vgobject_ptr draw_notes(const rp_picture& p, float xsize, float ysize, float left) {
-    vgobject_ptr obj = vg_new_object();
-    vg_attr_object(*obj, RIM, 0, 0);
-    const std::string notes[] = {formatted("PEAK= %g", p.peak), formatted("PRF= %7.3f", p.prf),
+void draw_vg_rp(const _vgdisplay& disp, rp_picture& p) {
+    stack_picture s;
+    s.x1 = p.r1;
+    s.dx = p.dr;
+    s.n = p.nr;
+    s.t0 = p.t0;
+    s.dt = p.dt;
+    s.data = p.rpdata;
+    s.root = p.scaling != PLOT_POWER;
+    s.height = p.height;
+    s.truncation = p.truncation;
+    s.x_label = "Range (gates)";
+    s.far_label = "Meters";
+    s.far_unit = p.gate_metres;
+    s.time_label = "Time (sec)";
+    s.stime = p.stime;
+    s.etime = p.etime;
+    draw_stack(disp, s);
+    const std::string notes[] = {formatted("PEAK= %g", s.peak), formatted("PRF= %7.3f", p.prf),
                                  formatted("XLAM= %f", p.xlam), formatted("NSAMP= %d", p.nsamp),
                                  formatted("R0= %7.3f", p.r0)};
-    const float gap = 0.25f;
-    float x = left;
-    for (const std::string& note : notes) {
-        vg_obj_sym(*obj, x, ysize - 0.2f, NOTE_HEIGHT, 0, note);
-        x += vg_symlen(NOTE_HEIGHT, note) + gap;
-    }
-    if (p.every > 1) {
-        const std::string text =
-            "*note: " + formatted("every %d%s profile is plotted", p.every, nsuf(p.every).c_str());
-        vg_obj_sym(*obj, xsize - RIGHT - vg_symlen(NOTE_HEIGHT, text), BOTTOM - 0.4f, NOTE_HEIGHT, 0, text);
-    }
-    return obj;
-}
-
-void draw_vg_rp(const _vgdisplay& disp, rp_picture& p) {
-    const int nrec = p.nr > 0 ? static_cast<int>(p.rpdata.size() / p.nr) : 0;
-    if (!(p.dt > 0)) p.dt = 1;
-    const record_range rows = snap_to_records(p.t0, p.dt, nrec, p.stime, p.etime);
-    const bool empty = nrec == 0;
-    p.peak = 0;
-    if (!empty) {
-        const auto shown = p.rpdata.subspan(static_cast<std::size_t>(rows.first) * p.nr,
-                                            static_cast<std::size_t>(rows.last - rows.first) * p.nr);
-        p.peak = shown_quantity(largest_power(shown), p.scaling);
-    }
-
-    _vgdataframe& df = p.rp_df;
-    df.x0 = LEFT;
-    df.y0 = BOTTOM;
-    df.xlen = std::max(disp.xsize - LEFT - RIGHT, 0.5f);
-    df.ylen = std::max(disp.ysize - BOTTOM - TOP, 0.5f);
-    const double headroom =
-        std::min(HEIGHT_UNIT * p.height * std::min(p.truncation, 1.0), MAX_HEADROOM * df.ylen);
-    const float time_len = static_cast<float>(df.ylen - headroom);
-    const double yscale = time_len / (p.etime - p.stime);
-    df.vx0 = p.r1;
-    df.vx1 = p.r1 + static_cast<double>(std::max(p.nr - 1, 1)) * (p.dr > 0 ? p.dr : 1);
-    df.vy0 = p.stime;
-    df.vy1 = p.stime + df.ylen / yscale;
-    vg_gph_init(df);
-
-    const double fit = time_len * disp.ypinch / MIN_ROW_PIXELS; // curves that can be told apart
-    p.every = std::max(1, static_cast<int>(std::ceil((rows.last - rows.first) / std::max(fit, 1.0))));
-    p.frame = vg_new_frame();
-    if (!empty) {
-        const int pixels = std::max(2, static_cast<int>(df.xlen * disp.xpinch));
-        vg_add_object(*p.frame,
-                      draw_curves(p, rows, std::min(pixels, p.nr), yscale, std::max(disp.ypinch, 1.0f)));
-    }
-    vg_add_object(*p.frame, draw_axes(p, time_len));
-    vg_add_object(*p.frame, draw_notes(p, disp.xsize, disp.ysize, 1.1f));
+    add_stack_notes(disp, *s.frame, notes);
+    p.stime = s.stime;
+    p.etime = s.etime;
+    p.rp_df = s.df;
+    p.frame = std::move(s.frame);
+    p.peak = s.peak;
+    p.every = s.every;
 }
 
 } // namespace norva
