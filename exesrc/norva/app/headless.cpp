@@ -7,6 +7,7 @@
 #include "journal/journal.h"
 #include "journal/listing.h"
 #include "journal/store.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/calls.h"
 #include "state/run.h"
@@ -50,28 +51,47 @@ static int tag_at(int position) {
     return reply.size() > 1 && reply[0] >= 0 ? reply[1] : -1;
 }
 
-static std::string gate_text() {
+static std::string range_gate_text() {
     rp_gate gate;
     if (!strongest_range_gate(gate)) return "-";
     return strprintf("range %.2f gates in record %d", gate.range, gate.record);
 }
 
-// One line of the summary, and the pictures of the window that the step shows.
+static std::string doppler_gate_text() {
+    dp_gate gate;
+    if (!strongest_doppler_gate(gate)) return "-";
+    return strprintf("Doppler %.2f gates in row %d", gate.doppler, gate.row);
+}
+
+// One line of the summary.
+struct step_report {
+    std::string window = "main", files = "-", gate = "-";
+};
+
+// Picture and hardcopy of a window that the step shows.
+static void take_window(step_report& line, const std::string& name, wi_obj* window, wi_cb handler,
+                        int hardcopy_tag) {
+    const fs::path png = run.out / (name + ".png"), pdf = run.out / (name + ".pdf");
+    if (!the_port().picture(getparenthandle(window), png.string())) report("cannot write " + png.string());
+    vg_hc_preset_file(pdf.string());
+    handler(nullptr, hardcopy_tag);
+    line.files = name + ".png " + name + ".pdf";
+}
+
 static void show_step(int position) {
     const std::string name = strprintf("step_%03d", position);
-    std::string window = "main", files = "-", gate = "-";
+    step_report line;
     if (rpwinon) {
-        window = "range profile";
-        gate = gate_text();
-        const fs::path png = run.out / (name + ".png"), pdf = run.out / (name + ".pdf");
-        if (!the_port().picture(getparenthandle(xrp_window()), png.string()))
-            report("cannot write " + png.string());
-        vg_hc_preset_file(pdf.string());
-        xrp_cb(nullptr, 18);
-        files = name + ".png " + name + ".pdf";
+        line.window = "range profile";
+        line.gate = range_gate_text();
+        take_window(line, name, xrp_window(), xrp_cb, 18);
+    } else if (dpwinon) {
+        line.window = "Doppler profile";
+        line.gate = doppler_gate_text();
+        take_window(line, name, xdp_window(), xdp_cb, 1);
     }
-    run.summary += strprintf("%4d  %-40s %-15s %-28s %s\n", position, step_text(tag_at(position)).c_str(),
-                             window.c_str(), files.c_str(), gate.c_str());
+    run.summary += strprintf("%4d  %-40s %-16s %-28s %s\n", position, step_text(tag_at(position)).c_str(),
+                             line.window.c_str(), line.files.c_str(), line.gate.c_str());
 }
 
 static void go_to(int position);
@@ -107,7 +127,7 @@ static void begin() {
         return;
     }
     run.summary = "Journal  " + run.journal_file + "\nRaw data " + user.rdfile + "\n\n" +
-                  strprintf("%4s  %-40s %-15s %-28s %s\n", "Step", "", "Window", "Files", "Strongest gate");
+                  strprintf("%4s  %-40s %-16s %-28s %s\n", "Step", "", "Window", "Files", "Strongest gate");
     go_to(0);
 }
 

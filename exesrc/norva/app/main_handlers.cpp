@@ -12,6 +12,7 @@
 #include "journal/journal.h"
 #include "journal/store.h"
 #include "main_window_int.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "signal/progress.h"
 #include "state/calls.h"
@@ -162,6 +163,7 @@ static void start_analysis(wi_obj* wo, int tag) {
     }
     norva_enable_flds(0);
     if (tag == 8) xrp(1);
+    if (tag == 10) xdp();
 }
 
 void filewin_cb(wi_obj* wo, int tag) {
@@ -170,6 +172,7 @@ void filewin_cb(wi_obj* wo, int tag) {
     case 1: take_raw_file(wo); break;
     case 2: take_journal(); break;
     case 8:
+    case 10:
     case 13: start_analysis(wo, tag); break;
     default: return;
     }

@@ -51,6 +51,7 @@ struct analysis_button {
 };
 static constexpr analysis_button analyses[] = {
     {"Range Prof", 8, "Range profiles of the window of data"},
+    {"Doppler Prof", 10, "Doppler profiles of the signal at range 0"},
 };
 
 const main_window_controls& main_window() {

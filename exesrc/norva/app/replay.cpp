@@ -11,6 +11,7 @@
 #include "journal/record.h"
 #include "journal/store.h"
 #include "mocomp/mocomp.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/calls.h"
 #include "state/run.h"
@@ -168,15 +169,39 @@ static bool take_step_window(const journal_step& step) {
 static void close_windows() {
     if (rpwinon) xrp_cb(nullptr, 0);
     norva_enable_flds(1);
+    if (dpwinon) xdp_cb(nullptr, 0);
+}
+
+// Steps of the Doppler window. Its parameters belong to the step, but for the opening.
+static void drive_doppler(const journal_step& step) {
+    const int ko = step.tag;
+    if (ko != 29) {
+        user.dp_ni = step.dp_ni;
+        user.dp_ip = step.dp_ip;
+        user.dp_lag = step.dp_lag;
+    }
+    if (!dpwinon || ko == 29) {
+        filewin_cb(nullptr, 10);
+        if (ko != 29) xdp_ok(nullptr, 0);
+    } else if (ko == 30) {
+        xdp_ok(nullptr, 0);
+    } else if (ko == 31 || ko == 32) {
+        xdp_cb(nullptr, -1);
+    }
 }
 
 static void drive(const journal_step& step) {
     const int ko = step.tag;
     if (returns_to_main(ko)) return;
+    // A jump from one window's steps to another's passes no step that closes the first.
+    if (rpwinon && ko >= 29) xrp_cb(nullptr, 0);
+    if (dpwinon && ko <= 16) xdp_cb(nullptr, 0);
     if (ko >= 3 && ko <= 8) {
         filewin_cb(nullptr, 8);
     } else if (ko == 16 && step.window_on) {
         xrp(2);
+    } else if (ko >= 29 && ko <= 34) {
+        drive_doppler(step);
     } else {
         popmsg(
             strprintf("Step %d of the journal needs a window that this version does not have.", user.count));
