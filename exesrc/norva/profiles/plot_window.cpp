@@ -1,6 +1,7 @@
 // The profile plotting control window.
 #include "profiles/plot_window.h"
 
+#include "doppler_int.h"
 #include "profiles/draw_vg_rp.h"
 #include "profiles/range_window.h"
 #include "range_int.h"
@@ -36,6 +37,8 @@ struct plot_client {
 static const plot_client clients[] = {
     {1, xrp_cb, 18, range_downsize, range_can_downsize, &defaults::rp_if, &defaults::rp_if_max,
      &defaults::rp_pkht, &defaults::rp_ph_inc, &defaults::rp_trun, &defaults::rp_pt_inc},
+    {2, xdp_cb, 1, doppler_downsize, range_can_downsize, &defaults::rp_if, &defaults::rp_if_max,
+     &defaults::dp_pkht, &defaults::dp_ph_inc, &defaults::dp_trun, &defaults::dp_pt_inc},
 };
 
 // An increment field and its number, which is kept to full precision while the text stays as it was put.
@@ -72,12 +75,19 @@ struct default_follower {
     }
 };
 
+// Settings with a default for each client.
+struct client_settings {
+    default_follower height_default, truncation_default;
+    double height = 1, truncation = 1;
+};
+
 static struct {
     wi_obj* window = nullptr;
     number_control interpolation, interval, centre, height, truncation;
-    default_follower interpolation_default, height_default, truncation_default;
-    wi_obj* scaling = nullptr;
+    default_follower interpolation_default;
+    wi_obj *scaling = nullptr, *zooms = nullptr, *actions = nullptr;
     const plot_client* client = &clients[0];
+    client_settings own[2]; // of each client, while the other one is served
 } pw;
 
 wi_obj* plotwin_window() {
@@ -112,15 +122,18 @@ void plotwin_put_times(double interval, double centre) {
 
 void set_deltas(int kind) {
     plotwin_init();
+    pw.own[pw.client - clients].height = pw.height.value;
+    pw.own[pw.client - clients].truncation = pw.truncation.value;
     for (const plot_client& c : clients)
         if (c.kind == kind) pw.client = &c;
     const plot_client& c = *pw.client;
+    client_settings& own = pw.own[pw.client - clients];
     if (pw.interpolation_default.changed(def.*c.interpolation))
         plotwin_put_interpolation(def.*c.interpolation);
-    if (pw.height_default.changed(def.*c.height))
-        pw.height.put_within(def.*c.height, LEAST_HEIGHT, MOST_HEIGHT);
-    if (pw.truncation_default.changed(def.*c.truncation))
-        pw.truncation.put_within(def.*c.truncation, LEAST_TRUNCATION, 1);
+    if (own.height_default.changed(def.*c.height)) own.height = def.*c.height;
+    if (own.truncation_default.changed(def.*c.truncation)) own.truncation = def.*c.truncation;
+    pw.height.put_within(own.height, LEAST_HEIGHT, MOST_HEIGHT);
+    pw.truncation.put_within(own.truncation, LEAST_TRUNCATION, 1);
 }
 
 void pjplot(int tag) {
@@ -207,16 +220,22 @@ void plotwin_init() {
     wi_listsel_selchng_cb(pw.scaling, plotwin_cb, SCALING);
 
     const bool downsize = pw.client->can_downsize();
-    wi_obj* zooms = wi_mk_butary(wi_form_parent(fm, 8, 200, 252, 226), 1, 2);
+    wi_obj* zooms = pw.zooms = wi_mk_butary(wi_form_parent(fm, 8, 200, 252, 226), 1, 2);
     wi_butary_button(zooms, "Zoom", 0, plotwin_cb, 7);
     wi_butary_button(zooms, "Unzoom", 0, plotwin_cb, 8);
-    wi_obj* actions = wi_mk_butary(wi_form_parent(fm, 8, 232, 252, 258), 1, downsize ? 2 : 1);
+    wi_obj* actions = pw.actions = wi_mk_butary(wi_form_parent(fm, 8, 232, 252, 258), 1, downsize ? 2 : 1);
     wi_butary_button(actions, "Hardcopy", 0, plotwin_cb, HARDCOPY);
     if (downsize) wi_butary_button(actions, "Downsize", 0, plotwin_cb, DOWNSIZE);
     wi_zuvapp_quit(fm, 1, "DISMISS", plotwin_cb, DISMISS);
     wi_size(fm, 260, 270);
     wi_position(fm, 690, 410);
     set_deltas(pw.client->kind);
+}
+
+void plotwin_refresh_controls(bool heard, bool picture) {
+    if (!pw.window) return;
+    wi_enable(pw.window, heard);
+    for (wi_obj* wo : {pw.interval.wo, pw.centre.wo, pw.zooms, pw.actions}) wi_enable(wo, picture);
 }
 
 void plotwin_reset() {

@@ -115,7 +115,7 @@ void xrp_refresh_controls() {
     wi_enable(win.dismiss, !msgwinon);
     wi_enable(win.buttons, heard);
     if (win.help) wi_enable(win.help, heard);
-    if (rpwinon) wi_enable(plotwin_window(), heard);
+    if (rpwinon) plotwin_refresh_controls(heard, true);
     ambs_dialog_refresh();
 }
 

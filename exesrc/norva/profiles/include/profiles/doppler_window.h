@@ -29,7 +29,7 @@ void xdp_ok(wi_obj* wo, int tag);
 
 // All other actions, by tag. Positive tags do nothing before the profiles are initialised.
 //   0 dismiss   1 hardcopy   4, 5, 6 centre time up, down, typed   7 zoom   8 unzoom
-//   10, 11, 12 time interval up, down, typed   13 remove drift   14 peaks   15 centre   101 plot controls
+//   10, 11, 12 time interval up, down, typed   13 remove drift   14 peaks   15 centre
 //   -1 refresh with the full time span: takes the fields; during a replay user.dp_ni, dp_ip, dp_lag
 //   -2 compute only    -3 after "INITIALIZE": takes the fields, not yet rendered
 //   -4 a plot setting changed that needs recomputing   -5 a time field or a drawing setting changed
@@ -42,6 +42,10 @@ void xdp_mouse(wi_obj* wo, int tag, int xpx, int ypx, int ibut);
 //   0 centre: the Doppler position pressed last moves to 0        1 remove drift: the Doppler rate
 // A correction that cannot be made is refused with a message and changes nothing.
 void xdp_mocomp(int tag);
+
+// Greys the controls that ignore the user while the message window or the peak editor is up, and back. To be
+// called when msgwinon or pkswinon has changed.
+void xdp_refresh_controls();
 
 // The window's top object; null before the first opening.
 wi_obj* xdp_window();

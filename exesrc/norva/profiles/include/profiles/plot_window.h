@@ -10,8 +10,8 @@ struct wi_obj;
 // Builds the window on first use; it is not shown yet.
 void plotwin_init();
 
-// Whose profiles the window controls: 1 the range profile window. Takes over the increments of the user's
-// defaults, and each setting whose default has changed since it was last looked at.
+// Whose profiles the window controls: 1 the range, 2 the Doppler profile window. Takes over the increments of
+// the user's defaults, and each setting whose default has changed since it was last looked at.
 void set_deltas(int kind);
 
 // 0 show, 1 hide, 15 read the interpolation field again; other tags belong to the window's own controls.
@@ -34,6 +34,10 @@ void plotwin_put_interpolation(double factor);
 double plotwin_interval();
 double plotwin_centre();
 void plotwin_put_times(double interval, double centre);
+
+// Greys what the profile window would ignore: everything when it hears no clicks, and what acts on a picture
+// when there is none.
+void plotwin_refresh_controls(bool heard, bool picture);
 
 // The window's top object; null before plotwin_init.
 wi_obj* plotwin_window();
