@@ -215,7 +215,7 @@ TEST(fft, not_a_number_stays_in_its_row) {
     std::vector<float> grid = noise(2 * 32 * 8, 4);
     grid[2 * 32 * 3] = bad;
     fft2d(grid.data(), 32, 8, 1, 0);
-    for (int k = 0; k < 2 * 32 * 8; k++) EXPECT_EQ(std::isnan(grid[k]), k / 64 == 3) << k;
+    for (int k = 0; k < 32 * 8; k++) EXPECT_EQ(std::isnan(grid[2 * k] + grid[2 * k + 1]), k / 32 == 3) << k;
 }
 
 TEST(fft, transform_lengths) {
