@@ -83,6 +83,12 @@ sp_value sp_read_file(const sp_file_kind& kind, const fileparams& given) {
     return values_of(file.get(), run, items, kind.read_failed);
 }
 
+sp_item_source sp_no_items(const char* refused) {
+    sp_item_source none;
+    none.refused = refused;
+    return none;
+}
+
 sp_value sp_keyword_value(_zuvfile* file, const std::string& name) {
     const double d = u_kwget_d(file, name);
     if (u_error() == ZUV_OK) return sp_mkscaler(d);

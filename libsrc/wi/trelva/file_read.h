@@ -27,15 +27,26 @@ struct sp_file_kind {
     const char* read_failed;
 };
 
+extern const sp_file_kind sp_iq_kind, sp_gat_kind, sp_img_kind; // read_complex.cpp
+extern const sp_file_kind sp_rea_kind;                          // read_rea.cpp
+extern const sp_file_kind sp_pks_kind;                          // read_pks.cpp
+
 // The asked item: an array, a number or a text, or an error.
 sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms);
 
 // The readers, one for each kind of file.
+sp_value read_iq(const fileparams& parms);  // read_complex.cpp
 sp_value read_gat(const fileparams& parms); // read_complex.cpp
+sp_value read_img(const fileparams& parms); // read_complex.cpp
+sp_value read_rea(const fileparams& parms); // read_rea.cpp
+sp_value read_pks(const fileparams& parms); // read_pks.cpp
 sp_value read_spl(const fileparams& parms); // read_spl.cpp
 
 // Why data from `first` to `last` cannot have anything in the time window; empty when they may.
 std::string sp_outside(double first, double last, const fileparams& parms);
+
+// A source of no width, refused with a message.
+sp_item_source sp_no_items(const char* refused);
 
 // A keyword of the file as a value: a number or a text; an error when the file does not have it.
 sp_value sp_keyword_value(_zuvfile* file, const std::string& name);

@@ -19,10 +19,9 @@ struct reader {
     sp_value (*read)(const fileparams& parms);
 };
 constexpr reader readers[] = {
-    {SP_FILE_GAT, read_gat},
-    {SP_FILE_SPL, read_spl},
-    {SP_FILE_V3, not_implemented},
-    {SP_FILE_ANY, not_implemented},
+    {SP_FILE_IQ, read_iq},   {SP_FILE_REA, read_rea},        {SP_FILE_PKS, read_pks},
+    {SP_FILE_SPL, read_spl}, {SP_FILE_V3, not_implemented},  {SP_FILE_IMG, read_img},
+    {SP_FILE_GAT, read_gat}, {SP_FILE_ANY, not_implemented},
 };
 
 struct file_function {

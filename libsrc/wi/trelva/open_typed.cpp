@@ -1,4 +1,4 @@
-// Opening a data file of any type for reading.
+// Opening data files for reading.
 #include "open_typed.h"
 
 #include "cu/spl.h"
@@ -6,12 +6,41 @@
 
 namespace norva {
 
+namespace {
+
+zuvfile_ptr open_if(const std::string& name, int filetype) {
+    return zuvfiletype(name) == filetype ? sp_open_typed(name) : nullptr;
+}
+
+} // namespace
+
+// A type without a row here is one that the file library does not open.
 zuvfile_ptr sp_open_typed(const std::string& name) {
     switch (zuvfiletype(name)) {
     case FILETYPE_SPL: return openspl(name, "Old", 0);
     case FILETYPE_GAT: return opengat(name, "Old", 0);
     default: return nullptr;
     }
+}
+
+zuvfile_ptr sp_open_iq(const std::string& name) {
+    return open_if(name, FILETYPE_IQ);
+}
+
+zuvfile_ptr sp_open_rea(const std::string& name) {
+    return open_if(name, FILETYPE_REA);
+}
+
+zuvfile_ptr sp_open_pks(const std::string& name) {
+    return open_if(name, FILETYPE_PKS);
+}
+
+zuvfile_ptr sp_open_gat(const std::string& name) {
+    return open_if(name, FILETYPE_GAT);
+}
+
+zuvfile_ptr sp_open_img(const std::string& name) {
+    return open_if(name, FILETYPE_IMG);
 }
 
 } // namespace norva

@@ -1,5 +1,5 @@
 #pragma once
-// Opening a data file of any type for reading.
+// Opening data files for reading, one type each or all of them. Null when a file does not open.
 
 #include "fileio/zuvfile.h"
 
@@ -7,7 +7,13 @@
 
 namespace norva {
 
-// By the type code in the file's head; null for an unknown type and for a file that does not open.
+zuvfile_ptr sp_open_iq(const std::string& name);
+zuvfile_ptr sp_open_rea(const std::string& name);
+zuvfile_ptr sp_open_pks(const std::string& name);
+zuvfile_ptr sp_open_gat(const std::string& name);
+zuvfile_ptr sp_open_img(const std::string& name);
+
+// By the type code in the file's head; null for an unknown type, too.
 zuvfile_ptr sp_open_typed(const std::string& name);
 
 } // namespace norva

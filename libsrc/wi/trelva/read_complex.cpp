@@ -1,6 +1,7 @@
-// GATFILE: rows of complex samples, as amplitude, phase, I or Q.
+// IQFILE, GATFILE, IMGFILE: rows of complex samples, as amplitude, phase, I or Q.
 #include "file_read.h"
 #include "fileio/gat.h"
+#include "open_typed.h"
 
 #include <cmath>
 #include <numbers>
@@ -54,11 +55,7 @@ sp_item_source complex_items(std::size_t n, const fileparams& parms,
                              std::function<bool(std::span<float>)> row) {
     const sample_value value = value_of(parms.datatype);
     if (!value) return {};
-    if (parms.islot < 0 || static_cast<std::size_t>(parms.islot) > n) {
-        sp_item_source none;
-        none.refused = "Invalid ISLOT.";
-        return none;
-    }
+    if (parms.islot < 0 || static_cast<std::size_t>(parms.islot) > n) return sp_no_items("Invalid ISLOT.");
     const std::size_t first = parms.islot > 0 ? static_cast<std::size_t>(parms.islot) - 1 : 0;
     const std::size_t width = parms.islot > 0 ? 1 : n;
     const bool unwraps = parms.datatype == SP_DT_PHASE;
@@ -75,11 +72,27 @@ sp_item_source complex_items(std::size_t n, const fileparams& parms,
             }};
 }
 
-// --- Gate files
-
-zuvfile_ptr open_gat(const std::string& name) {
-    return opengat(name, "Old", 0);
+// Files whose elements are float pairs and nothing else.
+sp_item_source pair_items(_zuvfile* file, const fileparams& parms) {
+    return complex_items(static_cast<std::size_t>(u_nitems(file)), parms, [file](std::span<float> pairs) {
+        return u_getelem(file, std::as_writable_bytes(pairs)) == ZUV_OK;
+    });
 }
+
+sp_value iq_header(_zuvfile* file, int datatype) {
+    switch (datatype) {
+    case SP_DT_PRF: return sp_keyword_value(file, "prf");
+    case SP_DT_XLAM: return sp_keyword_value(file, "xlam");
+    case SP_DT_NSAMP: return sp_mkscaler(static_cast<double>(u_nelem(file)));
+    default: return {};
+    }
+}
+
+sp_value img_header(_zuvfile* file, int datatype) {
+    return datatype == SP_DT_NSAMP ? sp_mkscaler(u_nitems(file)) : sp_value{};
+}
+
+// --- Gate files, which may hold integers and ranges
 
 sp_value gat_header(_zuvfile* file, int datatype) {
     switch (datatype) {
@@ -105,8 +118,24 @@ sp_item_source gat_items(_zuvfile* file, const fileparams& parms) {
 
 } // namespace
 
+constexpr const char* iq_failed = "Internal problem reading IQ file.";
+
+const sp_file_kind sp_iq_kind = {sp_open_iq, iq_header, pair_items, iq_failed};
+const sp_file_kind sp_gat_kind = {sp_open_gat, gat_header, gat_items, "Internal problem reading GAT file."};
+const sp_file_kind sp_img_kind = {sp_open_img, img_header, pair_items, "Internal problem reading IMG file."};
+
+// Gate files, too, are read as IQ files.
+sp_value read_iq(const fileparams& parms) {
+    if (zuvfiletype(parms.fname) != FILETYPE_GAT) return sp_read_file(sp_iq_kind, parms);
+    return sp_read_file({sp_open_gat, iq_header, gat_items, iq_failed}, parms);
+}
+
 sp_value read_gat(const fileparams& parms) {
-    return sp_read_file({open_gat, gat_header, gat_items, "Internal problem reading GAT file."}, parms);
+    return sp_read_file(sp_gat_kind, parms);
+}
+
+sp_value read_img(const fileparams& parms) {
+    return sp_read_file(sp_img_kind, parms);
 }
 
 } // namespace norva
