@@ -254,9 +254,11 @@ static void unzoom() {
 
 void doppler_downsize() {
     if (!have_doppler()) return;
-    double stime = dp.span.stime, etime = dp.span.etime;
     const record_times rows = doppler_rows();
+    double stime = dp.span.stime, etime = dp.span.etime;
     const record_range shown = snap_to_records(rows.t0, rows.dt, rows.nt, stime, etime);
+    stime = dp.span.stime;
+    etime = dp.span.etime;
     if (shown.last - shown.first == rows.nt) { // the windows at the ends reach over all records
         stime = user.t0;
         etime = user.t0 + static_cast<double>(user.nt) * user.dt;
