@@ -15,30 +15,27 @@ namespace {
 
 int esplerror = ZUV_OK;
 
-// prm(i, d) = i!/(i-d)!, the factor that coefficient i gets from d derivatives; 0 for d above i.
-class multipliers {
-public:
-    // Row d, for coefficients below ncoe.
-    const double* row(int ncoe, int d) {
-        if (static_cast<std::size_t>(ncoe) > n_) calprm(static_cast<std::size_t>(ncoe));
-        return &prm_[static_cast<std::size_t>(d) * n_];
-    }
+// prm(i, d) = i!/(i-d)!, the factor that coefficient i gets from d derivatives, 0 for d above i: n rows of n,
+// row d from values[d*n] on.
+thread_local struct {
+    std::size_t n = 0; // the largest ncoe seen
+    std::vector<double> values;
+} prm;
 
-private:
-    void calprm(std::size_t n) {
-        prm_.assign(n * n, 0.0);
-        n_ = n;
-        std::fill_n(prm_.begin(), n, 1.0);
-        for (std::size_t d = 1; d < n; d++)
-            for (std::size_t i = d; i < n; i++)
-                prm_[d * n + i] = static_cast<double>(i - d + 1) * prm_[(d - 1) * n + i];
-    }
+void calprm(std::size_t n) {
+    prm.n = n;
+    prm.values.assign(n * n, 0.0);
+    std::fill_n(prm.values.begin(), n, 1.0);
+    for (std::size_t d = 1; d < n; d++)
+        for (std::size_t i = d; i < n; i++)
+            prm.values[d * n + i] = static_cast<double>(i - d + 1) * prm.values[(d - 1) * n + i];
+}
 
-    std::size_t n_ = 0; // the largest ncoe seen
-    std::vector<double> prm_;
-};
-
-thread_local multipliers prm;
+// The multipliers of derivative d, for coefficients below ncoe.
+const double* prm_row(int ncoe, int d) {
+    if (static_cast<std::size_t>(ncoe) > prm.n) calprm(static_cast<std::size_t>(ncoe));
+    return &prm.values[static_cast<std::size_t>(d) * prm.n];
+}
 
 bool ncoe_is_sound(int ncoe) {
     return ncoe >= 1 && ncoe <= ESPL_MAX_NCOE;
@@ -69,7 +66,7 @@ double espl(_espl* e, double t, int ideriv) {
     }
     const double dt = t - e->tbrk0;
     const double* coe = e->coe0.data();
-    const double* factor = prm.row(e->ncoe, ideriv);
+    const double* factor = prm_row(e->ncoe, ideriv);
     double value = 0.0;
     for (int j = e->ncoe - 1; j >= ideriv; j--) value = value * dt + factor[j] * coe[j];
     return value;

@@ -1,11 +1,11 @@
 // Spline files: every machine's form, both ways; header, keywords, services; damaged files.
 #include "cu/spl.h"
 
+#include "images.h"
 #include "memory_file.h"
-#include "spl_image.h"
 #include "splines.h"
 #include "support/temp_dir.h"
-#include "walk_spline.h"
+#include "walk_series.h"
 #include "zuvsys/safefile.h"
 
 #include <gtest/gtest.h>

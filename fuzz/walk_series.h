@@ -1,8 +1,14 @@
 #pragma once
-// Does with a spline file whatever the program could do with it: for files of which nothing is known. Used by
+// Does with a series file whatever the program could do with it: for files of which nothing is known. Used by
 // the fuzz target and by the tests that damage files.
 
+#include "cu/dop.h"
 #include "cu/espl.h"
+#include "cu/geniq.h"
+#include "cu/genrea.h"
+#include "cu/iq.h"
+#include "cu/rea.h"
+#include "cu/track.h"
 #include "walk_container.h"
 
 #include <cmath>
@@ -53,6 +59,45 @@ inline void walk_spline(const std::string& name) {
     if (e->nbrks < 50 && e->ncoe < 20) {
         if (espl_ptr sum = espl_add(e.get(), e.get())) evaluate_around(sum.get());
         espl_plttimes(e.get(), 3);
+    }
+}
+
+// Keywords, times and raw elements of a file of any type, through the common calls.
+inline void walk_elements(zuvfile_ptr file) {
+    if (!file) return;
+    walk_keywords(file.get());
+    std::vector<std::byte> head(static_cast<std::size_t>(u_headsize(file.get())));
+    u_gethead(file.get(), head);
+    for (double t : {u_firsttime(file.get()), u_lasttime(file.get()), std::nan(""), 1e300, -1e300})
+        u_timemove(file.get(), t);
+    u_elemmove(file.get(), 0);
+    std::vector<std::byte> element(static_cast<std::size_t>(std::min(u_elemsize(file.get()), 1 << 16)));
+    for (int i = 0; i < 20 && u_getelem(file.get(), element) == ZUV_OK; i++) {
+    }
+    u_elemmove(file.get(), 0);
+    u_getnelem(file.get(), element, 3);
+    u_puthead(file.get(), head);
+    u_close(std::move(file));
+}
+
+// IQ, track, Doppler and gate files: as themselves, as complex rows, as a track.
+inline void walk_series(const std::string& name) {
+    for (const char* mode : {"Old", "Update"}) {
+        walk_elements(openiq(name, mode));
+        walk_elements(openrea(name, mode));
+        if (dopfile_ptr dop = opendop(name, mode, 0)) {
+            double tme = 0.0;
+            std::vector<std::int16_t> amps(50);
+            while (getdop(dop.get(), tme, amps) == ZUV_OK && u_nextelem(dop.get()) < 20) {
+            }
+            walk_elements(std::move(dop));
+        }
+    }
+    walk_elements(opengeniq(name));
+    walk_elements(opengenrea(name));
+    if (rea_track_ptr track = rea_setup(name)) {
+        rea_rd_and_avg(track.get(), 0.0, 12.0, 3);
+        rea_rehash(track.get());
     }
 }
 
