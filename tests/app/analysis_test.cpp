@@ -33,11 +33,16 @@ protected:
         start();
     }
 
+    // What the window that is up shows; a Doppler window shows nothing before it is initialised.
+    static std::vector<float> shown() {
+        dp_gate gate;
+        if (rpwinon) return copy(user.rpdata);
+        if (dpwinon && strongest_doppler_gate(gate)) return copy(user.dpdata);
+        return {};
+    }
+
     static position_state state() {
-        return {samples(),   rpwinon ? copy(user.rpdata) : std::vector<float>(),
-                user.nf0,    user.nf,
-                user.nt0,    user.nt,
-                user.mc.ptr, rpwinon != 0};
+        return {samples(), shown(), user.nf0, user.nf, user.nt0, user.nt, user.mc.ptr, rpwinon || dpwinon};
     }
 
     // The step just made, remembered under its position.
@@ -154,6 +159,48 @@ TEST_F(analysis, with_decimations_in_the_middle) {
     expect_every_position();
 }
 
+// Range, Doppler and decimation steps mixed, in narrowing windows.
+TEST_F(analysis, mixed_steps_of_every_kind) {
+    open("drift.pfx");
+    narrow(1, 30, 1, 24);
+    const auto step = [&](const char* text) {
+        ASSERT_TRUE(click(text)) << text << " at " << user.count;
+        remember();
+    };
+    step("Range Prof");
+    xrp_mocomp(2, 0.12);
+    remember();
+    step("Rmv Drift");
+    step("DISMISS");
+    step("Doppler Prof");
+    step("INITIALIZE");
+    xdp_set_position(1.25);
+    xdp_mocomp(0);
+    remember();
+    step("Rmv Drift");
+    step("DISMISS");
+    decimate(1, 2);
+    remember();
+    narrow(2, 12, 1, 24);
+    step("Range Prof");
+    ASSERT_TRUE(click("Rmv Ambs"));
+    rec->enter(rec->all(port_kind::field, rec->find(port_kind::top, "Remove Doppler Ambs")).at(0), "-3");
+    rec->run_pending();
+    remember();
+    step("DISMISS");
+    step("Doppler Prof");
+    step("INITIALIZE");
+    step("DISMISS");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    ASSERT_EQ(eoj, 16);
+    expect_every_position();
+    ASSERT_TRUE(click("SAVE"));
+    start();
+    open_journal("drift.jou;1");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    expect_every_position();
+}
+
 TEST_F(analysis, decimation_refused_or_without_effect) {
     open("drift.pfx");
     decimate(1, 1);
@@ -239,6 +286,82 @@ TEST_F(analysis, resumed_after_a_kill) {
     open_journal(name);
     ASSERT_TRUE(messages.empty()) << messages[0];
     EXPECT_EQ(eoj, last);
+    expect_every_position();
+
+    // Looked at and left without saving: it can be opened again, whatever becomes of the crash file.
+    click("DISMISS");
+    click("QUIT");
+    click("No");
+    std::filesystem::remove("norva.mc.sav");
+    start();
+    open_journal("drift.jou;2");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    EXPECT_EQ(eoj, last);
+    expect_position(last);
+}
+
+// The data follow the window also when a narrower one was typed, looked at in the other style, or refused.
+TEST_F(analysis, windows_typed_and_not_used) {
+    open("drift.pfx");
+    narrow(1, 32, 1, 24);
+    ASSERT_TRUE(click("Range Prof"));
+    ASSERT_TRUE(click("DISMISS"));
+    narrow(4, 20, 3, 18);
+    ASSERT_TRUE(click("Input Parameter Style"));
+    ASSERT_TRUE(click("Input Parameter Style"));
+    narrow(1, 40, 1, 24); // the file's whole width, and more
+    ASSERT_TRUE(click("Range Prof"));
+    EXPECT_EQ(messages.size(), 1u); // refused: wider than the one in force
+    messages.clear();
+    narrow(5, 20, 3, 18);
+    ASSERT_TRUE(click("Range Prof"));
+    EXPECT_TRUE(messages.empty());
+    const std::vector<float> live = samples();
+    ASSERT_EQ(live.size(), 2u * 20 * 18);
+    go_to(user.count);
+    EXPECT_TRUE(samples() == live);
+
+    // Position 0 is free again.
+    go_to(0);
+    click("Input Parameter Style");
+    narrow(1, 32, 1, 24);
+    ASSERT_TRUE(click("Range Prof"));
+    EXPECT_TRUE(messages.empty());
+    EXPECT_EQ(user.nt, 24);
+}
+
+// A journal that was opened belongs to the user, whatever happens to it here.
+TEST_F(analysis, opened_journals_are_never_deleted) {
+    analyse();
+    click("DISMISS");
+    click("SAVE");
+    std::filesystem::rename("drift.jou;1", "a;b.jou;1");
+    std::string broken = test::read_all("a;b.jou;1");
+    for (std::size_t i = broken.size() - 600; i < broken.size(); i++) broken[i] = '\x7f';
+    test::write_all("broken.jou", broken);
+    for (const char* name : {"a;b.jou;1", "broken.jou"}) {
+        const std::string bytes = test::read_all(name);
+        start();
+        open_journal(name);
+        if (rpwinon) click("DISMISS");
+        click("QUIT");
+        click("No");
+        EXPECT_TRUE(rec->has_quit);
+        EXPECT_TRUE(test::read_all(name) == bytes) << name;
+    }
+}
+
+TEST_F(analysis, raw_file_gone_while_a_window_is_up) {
+    analyse();
+    std::filesystem::rename("drift.pfx", "away.pfx");
+    mng_jrnl(nullptr, 2);
+    EXPECT_FALSE(messages.empty());
+    EXPECT_FALSE(rpwinon);
+    EXPECT_FALSE(user.pfdata);
+    // Nothing is computed on data that lack the corrections; the journal brings all back.
+    click("Range Prof");
+    EXPECT_FALSE(rpwinon);
+    std::filesystem::rename("away.pfx", "drift.pfx");
     expect_every_position();
 }
 

@@ -155,6 +155,20 @@ TEST_F(raw_input, keyword_window_completes_the_file) {
     EXPECT_NEAR(gp.wfri, 0.01, 1e-9);
 }
 
+TEST_F(raw_input, keyword_window_stays_with_its_file) {
+    write_gate("part.pfx", {}, [](_gatfile* file) { u_kwdelete(file, "NREC"); });
+    write_gate("good.pfx", {});
+    const std::string bytes = test::read_all("good.pfx");
+    open("part.pfx");
+    ASSERT_EQ(kwinon, 1);
+    open("good.pfx");
+    EXPECT_EQ(kwinon, 0);
+    EXPECT_FALSE(click("SAVE KWS"));
+    EXPECT_TRUE(test::read_all("good.pfx") == bytes);
+    EXPECT_TRUE(click("Range Prof"));
+    EXPECT_EQ(rpwinon, 1);
+}
+
 TEST_F(raw_input, keyword_window_of_a_read_only_file) {
     write_gate("locked.pfx", {},
                [](_gatfile* file) { u_kwdelete(file, "KSX"), u_kwdelete(file, "STEP_FREQ"); });

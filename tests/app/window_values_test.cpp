@@ -25,8 +25,8 @@ protected:
     }
 
     static window_verdict take(double a, double b, double c, double d, int style) {
-        const double values[4] = {a, b, c, d};
-        return take_window(values, style);
+        const window_field fields[4] = {{.typed = a}, {.typed = b}, {.typed = c}, {.typed = d}};
+        return take_window(fields, style, user_window());
     }
 
     static void expect_samples(int nf0, int nf, int nt0, int nt) {
@@ -62,6 +62,18 @@ TEST_F(window_values, descending_frequencies) {
     // Typed in units the start turns the other way, and is held at the first sample.
     EXPECT_EQ(take(980, -40, 10, 25, 0), window_verdict::ok);
     expect_samples(1, 20, 1, 50);
+}
+
+TEST_F(window_values, untouched_fields_stand_for_their_samples) {
+    // Seconds this late have no millisecond left in six decimals of a float; the records do not move.
+    gp.t0 = 45000;
+    gp.wfri = 0.001f;
+    const window_field fields[4] = {{.typed = 1003, .untouched = true, .sample = 3},
+                                    {.typed = 200, .untouched = true, .sample = 90},
+                                    {.typed = 45000.008, .untouched = true, .sample = 10},
+                                    {.typed = 0.020}};
+    EXPECT_EQ(take_window(fields, 0, user_window()), window_verdict::ok);
+    expect_samples(3, 90, 10, 20);
 }
 
 TEST_F(window_values, held_inside_the_file) {
@@ -108,7 +120,7 @@ TEST_F(window_values, later_steps_only_narrow_the_window) {
         user.nf0 = 11, user.nf = 20, user.nt0 = 11, user.nt = 20;
         SCOPED_TRACE(testing::Message()
                      << c.typed[0] << " " << c.typed[1] << " " << c.typed[2] << " " << c.typed[3]);
-        EXPECT_EQ(take_window(c.typed, 1), c.verdict);
+        EXPECT_EQ(take(c.typed[0], c.typed[1], c.typed[2], c.typed[3], 1), c.verdict);
         expect_samples(c.nf0, c.nf, c.nt0, c.nt);
     }
 }

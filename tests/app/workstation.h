@@ -6,6 +6,7 @@
 #include "fileio/gat.h"
 #include "journal/journal.h"
 #include "port_record/port_record.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/calls.h"
 #include "state/run.h"
@@ -90,6 +91,7 @@ protected:
         set_port(rec.get());
         wi_reset_for_tests();
         xrp_reset_for_tests();
+        xdp_reset_for_tests();
         messages.clear();
         said_ = &messages;
         char name[] = "norva";
@@ -100,6 +102,7 @@ protected:
             app_hooks.popmsg = [](const std::string& text) { said_->push_back(text); };
         });
         rec->run_pending();
+        if (msgwinon) click("ACKNOWLEDGE"); // told about a crash file
     }
 
     // What kill -9 leaves: the files as they are, nothing of the memory.

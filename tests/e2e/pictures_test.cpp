@@ -79,6 +79,15 @@ TEST_F(pictures, of_every_window) {
     }
     click("See Journal Info");
     take("NORVA: main", "journal_listing");
+    ASSERT_TRUE(click("Doppler Prof"));
+    ASSERT_TRUE(click("INITIALIZE"));
+    take("NORVA: Doppler profile", "doppler_profile");
+    while (dpwinon && click("DISMISS")) {
+    }
+    click("User Defaults");
+    take("NORVA: defaults", "user_defaults");
+    while (click("DISMISS")) {
+    }
     click("QUIT");
     take("NORVA: quit", "quit");
     click("Cancel");

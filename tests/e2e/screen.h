@@ -7,6 +7,7 @@
 #include "journal/journal.h"
 #include "port_qt/port_qt.h"
 #include "port_qt/testing.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "range_int.h"
 #include "scene/scene_file.h"
@@ -48,6 +49,7 @@ protected:
         set_port(platform_.get());
         wi_reset_for_tests();
         xrp_reset_for_tests();
+        xdp_reset_for_tests();
         char name[] = "norva";
         char* argv[] = {name, nullptr};
         norva_start_with({});

@@ -16,8 +16,6 @@
 
 namespace norva {
 
-constexpr int MOST_RECORDS = 8192; // columns of the two-dimensional transform
-
 // One direction: m samples from the first n of them.
 static void choose(int& n, int k, int& m) {
     m = n;
@@ -38,6 +36,7 @@ decimated_size decimate_to(int nf, int nt, int kf, int kt) {
 void apply_decimation(int mf, int mt) {
     decimate(user.pfdata.data(), user.nf, user.nt, mf, mt);
     take_decimated_steps(mf, mt);
+    loaded_window_is_users();
 }
 
 static void store_record(int mf, int mt) {
@@ -58,7 +57,7 @@ static void store_record(int mf, int mt) {
 static void decimate_window() {
     filewin_cb(nullptr, 13);
     if (!dec_ok) return;
-    if (user.nt > MOST_RECORDS) {
+    if (user.nt > DECIMATION_MOST_RECORDS) {
         popmsg("The number of time samples must be <=8192 for a decimation");
         return;
     }

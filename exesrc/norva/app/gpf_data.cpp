@@ -5,24 +5,27 @@
 #include "fileio/gat.h"
 #include "state/calls.h"
 #include "state/user.h"
+#include "zuvsys/memory.h"
 #include "zuvsys/strprintf.h"
 
 #include <cstring>
-#include <unistd.h>
 
 namespace norva {
 
-// The window of the last fresh read. Journal replay comes back to it.
-static struct { int nrec = 0, nsamp = 0, nrec0 = 0, nsamp0 = 0; } fresh;
+static data_window fresh;  // of the last fresh read; journal replay comes back to it
+static data_window loaded; // what user.pfdata holds
 
-bool fresh_window_covers(int nf0, int nf, int nt0, int nt) {
-    return nf0 >= fresh.nsamp0 && nf0 + nf <= fresh.nsamp0 + fresh.nsamp && nt0 >= fresh.nrec0 &&
-           nt0 + nt <= fresh.nrec0 + fresh.nrec;
+data_window loaded_window() {
+    return loaded;
 }
 
-static bool fits_memory(double bytes) {
-    const double memory = static_cast<double>(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGE_SIZE);
-    return bytes < 0.8 * memory;
+void loaded_window_is_users() {
+    loaded = user_window();
+}
+
+bool fresh_window_covers(const data_window& w) {
+    return w.nf0 >= fresh.nf0 && w.nf0 + w.nf <= fresh.nf0 + fresh.nf && w.nt0 >= fresh.nt0 &&
+           w.nt0 + w.nt <= fresh.nt0 + fresh.nt;
 }
 
 static bool open_failed(int status) {
@@ -34,27 +37,25 @@ static bool open_failed(int status) {
 
 static bool read_fresh(_gatfile* file) {
     take_raw_steps();
-    if (!user.pfdata) {
-        fresh = {user.nt, user.nf, user.nt0, user.nf0};
-    } else {
-        user.nt = fresh.nrec;
-        user.nf = fresh.nsamp;
-        user.nt0 = fresh.nrec0;
-        user.nf0 = fresh.nsamp0;
-    }
-    const std::size_t floats =
-        2 * static_cast<std::size_t>(fresh.nrec) * static_cast<std::size_t>(fresh.nsamp);
-    if (user.pfdata.size() != floats) user.pfdata.clear(); // first, so that two windows never stand together
-    if (!fits_memory(static_cast<double>(floats) * sizeof(float))) {
-        popmsg(strprintf("The window of %d by %d samples does not fit into this machine's memory!",
-                         fresh.nrec, fresh.nsamp));
+    if (!user.pfdata)
+        fresh = user_window();
+    else
+        set_user_window(fresh);
+    const double samples = static_cast<double>(fresh.nt) * fresh.nf;
+    if (user.pfdata.size() != 2 * samples)
+        user.pfdata.clear(); // first, so that two windows never stand together
+    if (fresh.nf < 1 || fresh.nt < 1 || !enough_memory(2 * samples * sizeof(float))) {
+        popmsg(strprintf("The window of %d by %d samples does not fit into this machine's memory!", fresh.nt,
+                         fresh.nf));
         user.pfdata.clear();
         return false;
     }
-    if (!user.pfdata) user.pfdata.reset(floats); // a block of the right size is read over
+    if (!user.pfdata)
+        user.pfdata.reset(2 * static_cast<std::size_t>(fresh.nt) * static_cast<std::size_t>(fresh.nf));
     const computation running;
-    const int status = getgat_window(file, fresh.nrec0, fresh.nrec, fresh.nsamp0, fresh.nsamp,
-                                     user.pfdata.span(), [](int done, int all) { rpt_progress(done, all); });
+    const int status = getgat_window(file, fresh.nt0, fresh.nt, fresh.nf0, fresh.nf, user.pfdata.span(),
+                                     [](int done, int all) { rpt_progress(done, all); });
+    loaded = fresh;
     return status == ZUV_OK || open_failed(status);
 }
 
@@ -68,6 +69,7 @@ static bool cut(int nf0, int nt0, int nf) {
         popmsg("ERROR(1) in get_gpf_data()/get_gpf -- bad index!");
         return false;
     }
+    loaded = user_window();
     if (i0 == 0 && j0 == 0 && nf == user.nf) return true;
     for (int i = 0; i < user.nt; i++)
         std::memmove(user.pfdata.data() + i * row,
@@ -81,8 +83,9 @@ void get_gpf_data(int tag, int nf0, int nt0, int nf) {
         popmsg("ERROR: No valid data file to read from!");
         return;
     }
-    if (tag != 0 && user.pfdata) {
-        if (!cut(nf0, nt0, nf)) user.pfdata.clear();
+    if (tag != 0) {
+        // Without data there is nothing to cut; what the file holds would lack the steps made since.
+        if (user.pfdata && !cut(nf0, nt0, nf)) user.pfdata.clear();
         return;
     }
     const gatfile_ptr file = opengat(user.rdfile, "Old", gp.nf);

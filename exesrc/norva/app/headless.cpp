@@ -75,6 +75,8 @@ static void take_window(step_report& line, const std::string& name, wi_obj* wind
     if (!the_port().picture(getparenthandle(window), png.string())) report("cannot write " + png.string());
     vg_hc_preset_file(pdf.string());
     handler(nullptr, hardcopy_tag);
+    std::error_code ignored;
+    if (!fs::exists(pdf, ignored)) report("cannot write " + pdf.string());
     line.files = name + ".png " + name + ".pdf";
 }
 
@@ -121,7 +123,7 @@ static void begin() {
     }
     select_journal_file(run.journal_file);
     filewin_cb(nullptr, 2);
-    if (user.rdfile.empty() || data_type == raw_kind::none) {
+    if (user.rdfile.empty() || data_type == raw_kind::none || kwinon) {
         report("the journal " + run.journal_file + " could not be replayed");
         wi_quit(1);
         return;

@@ -4,6 +4,7 @@
 #include "app/gpf.h"
 #include "app/main_window.h"
 #include "fileio/gat.h"
+#include "journal/journal.h"
 #include "state/calls.h"
 #include "state/run.h"
 #include "state/user.h"
@@ -169,9 +170,13 @@ int save_kws() {
     return 0;
 }
 
-void kwin_cb(wi_obj*, int tag) {
+void kwin_leave() {
     wi_off(kw.fm);
     kwinon = 0;
+}
+
+void kwin_cb(wi_obj*, int tag) {
+    kwin_leave();
     if (tag == 0) {
         user.rdfile.clear();
     } else if (tag == 1) {
@@ -180,6 +185,8 @@ void kwin_cb(wi_obj*, int tag) {
             filewin_cb(nullptr, 1);
             user.count = eoj;
             show_count();
+            // The journal that was being opened goes on to its end, now that its file can be read.
+            if (!user.rdfile.empty() && !kwinon) mng_jrnl(nullptr, 0);
         } else {
             filewin_cb(main_window().rdfil, 1);
         }

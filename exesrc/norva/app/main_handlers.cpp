@@ -20,6 +20,7 @@
 #include "state/run.h"
 #include "state/user.h"
 #include "toolkit/toolkit.h"
+#include "zuvsys/strprintf.h"
 
 namespace norva {
 
@@ -41,11 +42,13 @@ static bool end_journal() {
 
 // The journal that an analysis of this raw file would start: in the current folder, under a free name.
 static std::string free_journal_name(const std::string& rdfile) {
-    const std::string name = rename_file(rootname(rdfile)) + ".jou";
+    constexpr std::size_t longest = JOURNAL_NAME_BYTES - 1 - (sizeof(".jou;512") - 1);
+    const std::string name = rename_file(rootname(rdfile)).substr(0, longest) + ".jou";
     return versno(name, 1).value_or(name);
 }
 
 static void take_raw_file(wi_obj* wo) {
+    kwin_leave(); // it belongs to the file before
     if (user.estyle == 1) chg_epg(wo, 0);
     if (wo && !end_journal()) return;
 
@@ -90,7 +93,10 @@ static void take_journal() {
     if (name.empty()) return;
     user.jfile = name;
     mng_jrnl(nullptr, -1);
-    if (user.rdfile.empty()) return;
+    if (user.rdfile.empty()) {
+        forget_journal();
+        return;
+    }
     select_raw_file(user.rdfile);
     select_journal_file(user.jfile);
     filewin_cb(nullptr, 1);
@@ -112,11 +118,11 @@ static bool prepare(wi_obj* wo, int tag) {
     }
     if (user.rdfile.empty()) return false;
     select_raw_file(user.rdfile);
-    const int nf0 = user.nf0, nt0 = user.nt0, nf = user.nf;
     if (!read_numflds()) return false;
     if (wo || tag == 13) {
         if (user.count == 0) user.pfdata.clear();
-        get_gpf_data(user.count, nf0, nt0, nf);
+        const data_window held = loaded_window();
+        get_gpf_data(user.count, held.nf0, held.nt0, held.nf);
     }
     if (!user.pfdata) {
         popmsg("ERROR(2) in filewin_cb()/norva -- no raw data!");
@@ -149,6 +155,10 @@ static bool begin_journal() {
     user.jfile = wi_filesel_getstr(main_window().jfil);
     if (auto version = versno(user.jfile, 1)) user.jfile = *version;
     select_journal_file(user.jfile);
+    if (user.jfile.size() >= JOURNAL_NAME_BYTES) {
+        popmsg(strprintf("The journal's name must be shorter than %d characters!", JOURNAL_NAME_BYTES));
+        return false;
+    }
     jrnl(90);
     jrnl(0);
     return journal_next_index() > 0;

@@ -158,15 +158,19 @@ void show_numflds() {
     show_numflds(user.nt);
 }
 
+// The window that a new one must lie in: the one the data in memory hold, and at position 0 the whole file.
+static data_window window_in_force() {
+    if (user.count == 0) return {1, gp.nf, 1, gp.nrec};
+    return user.pfdata ? loaded_window() : user_window();
+}
+
 int read_numflds() {
-    bool untouched = true;
-    double typed[4], exact[4];
-    for (int i = 0; i < 4; i++) {
-        typed[i] = wi_numfld_getval(win.numfld[i]);
-        exact[i] = shown.samples[i];
-        untouched &= wi_numfld_getstr(win.numfld[i]) == shown.text[i];
-    }
-    const window_verdict verdict = untouched ? take_window(exact, 1) : take_window(typed, user.pstyle);
+    window_field fields_read[4];
+    for (int i = 0; i < 4; i++)
+        fields_read[i] = {.typed = wi_numfld_getval(win.numfld[i]),
+                          .untouched = wi_numfld_getstr(win.numfld[i]) == shown.text[i],
+                          .sample = shown.samples[i]};
+    const window_verdict verdict = take_window(fields_read, user.pstyle, window_in_force());
     if (verdict != window_verdict::one_point) show_numflds();
     if (verdict == window_verdict::ok) return 1;
     popmsg(window_message(verdict));

@@ -96,7 +96,8 @@ void quit_cb(wi_obj*, int tag) {
     const bool journal_running = journal_next_index() > 0;
     remove_file(CRASH_FILE);
     if (tag == 3) {
-        if (journal_running && !user.jfile.empty()) remove_file(user.jfile);
+        if (journal_running) jrnl(95); // deletes the file, if this journal has written it
+        remove_file(CRASH_FILE);
         wi_quit(0);
         return;
     }

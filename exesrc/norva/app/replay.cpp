@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <unistd.h>
 
 namespace norva {
 
@@ -60,68 +61,71 @@ static bool restore_from_end(std::span<const std::int32_t> record) {
     return true;
 }
 
-static void load() {
-    if (eoj != 0) jrnl(95);
+// The name under which an opened journal goes on: its next free version, in the current folder when its own
+// takes no files.
+static std::string continuation_name() {
+    const std::string folder = directory_of(user.jfile);
+    std::string name = rootname(user.jfile) + ".jou";
+    if (access(folder.empty() ? "." : folder.c_str(), W_OK) != 0) name = rename_file(name);
+    return versno(name, 1).value_or(name);
+}
+
+// Reads the journal user.jfile into the store, and from it the raw file, the whole-file window and the number
+// of steps. `closed` tells whether its corrections came with it. False after a message.
+static bool read_journal(bool& closed) {
     reply_words request = {JOURNAL_LOAD, static_cast<std::int32_t>(user.jfile.size())}, reply;
     request.resize(2 + (user.jfile.size() + 3) / 4);
     put_text(std::span(request).subspan(2), user.jfile);
-    if (!ask_store(request, reply)) {
-        user.rdfile.clear();
-        return;
-    }
+    if (!ask_store(request, reply)) return false;
     user.rdfile = find_raw_file(journal_head_name(reply));
 
     journal_step first;
     if (!read_step(std::span(reply).subspan(51), first)) {
         popmsg("ERROR(6) in mng_jrnl()/jrnl -- corrupted memory!");
-        user.rdfile.clear();
-        return;
+        return false;
     }
-    user.nf0 = first.nf0;
-    user.nf = first.nf;
-    user.nt0 = first.nt0;
-    user.nt = first.nt;
-
-    eoj = journal_next_index() - 1; // provisional: the store stands at record 0
-    if (!ask_store({JOURNAL_LIST, JOURNAL_MAX_WORDS}, reply)) return;
+    set_user_window({first.nf0, first.nf, first.nt0, first.nt});
+    if (!ask_store({JOURNAL_LIST, JOURNAL_MAX_WORDS}, reply)) return false;
     eoj = reply[0];
-    if (!ask_store({JOURNAL_GOTO, eoj}, reply)) return;
+    if (!ask_store({JOURNAL_GOTO, eoj}, reply)) return false;
     const std::span<const std::int32_t> last = std::span(reply).subspan(1);
-    if (last[0] == 89) {
-        if (!restore_from_end(last)) {
-            user.rdfile.clear();
-            return;
-        }
-    } else if (rw_mc("r")) {
-        eoj = std::clamp(user.count, 0, eoj);
-    }
-    user.jfile = versno(rootname(user.jfile) + ".jou", 1).value_or(user.jfile);
+    closed = last[0] == 89;
+    return !closed || restore_from_end(last);
+}
+
+// A journal that was cut short gets its corrections from the crash file, and is then closed under the next
+// version of its name, so that it never depends on that file again.
+static bool recover() {
+    if (!rw_mc("r")) return false;
+    eoj = std::clamp(user.count, 0, eoj);
+    user.jfile = continuation_name();
     jrnl(90);
+    jrnl(89);
+    jrnl(93);
+    return !journal_unsaved();
+}
+
+static bool load() {
+    if (eoj != 0) jrnl(95);
+    bool closed = false;
+    if (!read_journal(closed)) return false;
+    if (!closed && recover() && !read_journal(closed)) return false;
+    user.jfile = continuation_name();
+    jrnl(90);
+    return true;
 }
 
 // --- Building the state of a position
-
-struct old_window {
-    int nf0 = user.nf0, nt0 = user.nt0, nf = user.nf, nt = user.nt;
-};
-
-static void set_window(int nf0, int nf, int nt0, int nt) {
-    user.nf0 = nf0;
-    user.nf = nf;
-    user.nt0 = nt0;
-    user.nt = nt;
-}
 
 // The raw data as they were read before any step. The window that was read last serves again when it holds
 // what the position needs; otherwise just that is read.
 static bool read_raw(const journal_step& step) {
     const mcfile& mc = user.mc;
-    const bool corrected = mc.ptr > 0;
-    const int nf0 = corrected ? mc.nf0[0] : step.nf0, nf = corrected ? mc.nf[0] : step.nf;
-    const int nt0 = corrected ? mc.nt0[0] : step.nt0, nt = corrected ? mc.nt[0] : step.nt;
-    if (!user.pfdata || (user.count > 0 && !fresh_window_covers(nf0, nf, nt0, nt))) {
+    const data_window needed = mc.ptr > 0 ? data_window{mc.nf0[0], mc.nf[0], mc.nt0[0], mc.nt[0]}
+                                          : data_window{step.nf0, step.nf, step.nt0, step.nt};
+    if (!user.pfdata || (user.count > 0 && !fresh_window_covers(needed))) {
         user.pfdata.clear();
-        set_window(nf0, nf, nt0, nt);
+        set_user_window(needed);
     }
     get_gpf_data(0, 0, 0, 0);
     if (user.pfdata) return true;
@@ -129,9 +133,11 @@ static bool read_raw(const journal_step& step) {
     return false;
 }
 
-// Cuts the data, which hold the window `old`, to the window that user now tells.
-static bool cut_from(const old_window& old) {
-    get_gpf_data(1, old.nf0, old.nt0, old.nf);
+// Cuts the data to a window.
+static bool cut_to(const data_window& window) {
+    const data_window held = loaded_window();
+    set_user_window(window);
+    get_gpf_data(1, held.nf0, held.nt0, held.nf);
     if (user.pfdata) return true;
     popmsg("ERROR(8) in mng_jrnl()/jrnl -- no raw data!");
     return false;
@@ -140,9 +146,11 @@ static bool cut_from(const old_window& old) {
 static bool apply_corrections() {
     const mcfile& mc = user.mc;
     for (int i = 0; i < mc.ptr; i++) {
-        const old_window old;
-        set_window(mc.nf0[i], mc.nf[i], mc.nt0[i], mc.nt[i]);
-        if (!cut_from(old)) return false;
+        if (!cut_to({mc.nf0[i], mc.nf[i], mc.nt0[i], mc.nt[i]})) return false;
+        if (user.nt < 2 || (mc.flag[i] == MC_DECIMATE && user.nt > DECIMATION_MOST_RECORDS)) {
+            popmsg("This journal holds a correction that cannot be applied to its data.");
+            return false;
+        }
         if (mc.flag[i] == MC_DECIMATE) {
             apply_decimation(static_cast<int>(mc.t[i][0]), static_cast<int>(mc.t[i][1]));
             continue;
@@ -157,12 +165,15 @@ static bool apply_corrections() {
 
 // The step's own window of data, in memory and in the fields.
 static bool take_step_window(const journal_step& step) {
-    const old_window old;
-    set_window(step.nf0, step.nf, step.nt0, step.nt);
+    const int nt_before = user.nt;
+    const data_window window{step.nf0, step.nf, step.nt0, step.nt};
     // Position 0 is the whole file, which nothing computes on: the next analysis reads its window afresh.
-    if (user.count > 0 && !cut_from(old)) return false;
+    if (user.count == 0)
+        set_user_window(window);
+    else if (!cut_to(window))
+        return false;
     cvrt_user_vals(1);
-    show_numflds(user.count == 0 ? old.nt : user.nt);
+    show_numflds(user.count == 0 ? nt_before : user.nt);
     return true;
 }
 
@@ -239,7 +250,7 @@ static bool find_record(wi_obj* wo, int tag, reply_words& reply) {
 void replay_journal(wi_obj* wo, int tag) {
     if (wo && analysis_window_open()) return;
     if (tag == -1) {
-        load();
+        if (!load()) user.rdfile.clear();
         return;
     }
     reply_words reply;
@@ -266,7 +277,11 @@ void replay_journal(wi_obj* wo, int tag) {
     }
     managing = 1;
     if (returns_to_main(step.tag)) close_windows();
-    if (!build_position(step)) return;
+    if (!build_position(step)) {
+        close_windows(); // what they show is no longer so
+        refresh_controls();
+        return;
+    }
     drive(step);
     if (!analysis_window_open()) show_count();
     managing = 0;

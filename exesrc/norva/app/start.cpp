@@ -6,6 +6,7 @@
 #include "app/main_window.h"
 #include "app/names.h"
 #include "app/user_defaults.h"
+#include "journal/crash_file.h"
 #include "state/calls.h"
 #include "state/defaults.h"
 #include "state/run.h"
@@ -120,6 +121,11 @@ void norva_main(int argc, char** argv) {
     user.dp_ni = static_cast<int>(def.dp_ni);
     user.dp_ip = static_cast<int>(def.dp_if);
     user.dp_lag = static_cast<int>(def.dp_lag);
+    std::error_code ignored;
+    if (options.replay.empty() && fs::exists(CRASH_FILE, ignored))
+        popmsg("The analysis that was under way in this folder was not closed.  To go on from where it was, "
+               "open "
+               "its journal before you start another one.");
     if (!options.replay.empty())
         replay_headless(options.replay, options.out);
     else if (!options.open.empty())

@@ -64,19 +64,30 @@ void cvrt_user_vals(int flag) {
     user.dwell = static_cast<float>(user.nt * dt);
 }
 
+data_window user_window() {
+    return {user.nf0, user.nf, user.nt0, user.nt};
+}
+
+void set_user_window(const data_window& window) {
+    user.nf0 = window.nf0;
+    user.nf = window.nf;
+    user.nt0 = window.nt0;
+    user.nt = window.nt;
+}
+
 // The window may only become narrower while later steps stand on it. All corrections stand; the verdict is
 // that of the last failed check.
-static window_verdict contain(int nf0, int nf, int nt0, int nt) {
+static window_verdict contain(const data_window& force) {
     window_verdict verdict = window_verdict::ok;
-    if (user.nf0 < nf0 || user.nf0 > nf0 + nf - 1) {
-        user.nf0 = nf0;
+    if (user.nf0 < force.nf0 || user.nf0 > force.nf0 + force.nf - 1) {
+        user.nf0 = force.nf0;
         verdict = window_verdict::f0_outside;
     }
-    if (user.nt0 < nt0 || user.nt0 > nt0 + nt - 1) {
-        user.nt0 = nt0;
+    if (user.nt0 < force.nt0 || user.nt0 > force.nt0 + force.nt - 1) {
+        user.nt0 = force.nt0;
         verdict = window_verdict::t0_outside;
     }
-    const int most_nf = nf - (user.nf0 - nf0), most_nt = nt - (user.nt0 - nt0);
+    const int most_nf = force.nf - (user.nf0 - force.nf0), most_nt = force.nt - (user.nt0 - force.nt0);
     if (user.nf > most_nf) {
         user.nf = most_nf;
         verdict = window_verdict::nf_outside;
@@ -96,15 +107,16 @@ static void hold_inside_file() {
     user.nt = hold(user.nt, gp.nrec - user.nt0 + 1);
 }
 
-window_verdict take_window(const double values[4], int pstyle) {
-    const int nf0 = user.nf0, nf = user.nf, nt0 = user.nt0, nt = user.nt;
+window_verdict take_window(const window_field fields[4], int pstyle, const data_window& force) {
     for (int i = 0; i < 4; i++) {
         if (pstyle == 1)
-            user.samples()[i] = to_count(values[i]);
+            user.samples()[i] = to_count(fields[i].typed);
         else
-            user.units()[i] = static_cast<float>(values[i]);
+            user.units()[i] = static_cast<float>(fields[i].typed);
     }
     cvrt_user_vals(pstyle);
+    for (int i = 0; i < 4; i++)
+        if (fields[i].untouched) user.samples()[i] = fields[i].sample;
 
     ntime = user.nt;
     nfreq = user.nf;
@@ -112,7 +124,7 @@ window_verdict take_window(const double values[4], int pstyle) {
     if (ntime == 1 && nfreq == 1) return window_verdict::one_point;
 
     window_verdict verdict = window_verdict::ok;
-    if (eoj > 0 && (stsf == 0 || user.count != 0)) verdict = contain(nf0, nf, nt0, nt);
+    if (eoj > 0 && (stsf == 0 || user.count != 0)) verdict = contain(force);
     hold_inside_file();
     cvrt_user_vals(1);
     return verdict;

@@ -157,7 +157,8 @@ static void save_and_close(words_out& out) {
 // The bytes of a regular file, but no more than a legal journal has: the rest would be ignored anyway.
 static std::string read_journal_bytes(const std::string& name) {
     std::error_code error;
-    const auto size = fs::is_regular_file(name, error) ? fs::file_size(name, error) : 0;
+    if (!fs::is_regular_file(name, error)) return {}; // a pipe would keep the program waiting
+    const auto size = fs::file_size(name, error);
     std::string bytes(error ? 0 : std::min<std::uintmax_t>(size, JOURNAL_MAX_FILE), '\0');
     std::ifstream file(name, std::ios::binary);
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -8,6 +8,7 @@
 #include "signal/vector.h"
 #include "state/calls.h"
 #include "state/user.h"
+#include "zuvsys/memory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -45,6 +46,13 @@ bool compute_profiles() {
             plotwin_put_interpolation(rp.factor);
         else
             drop_profiles();
+        return false;
+    }
+    const double bytes = 3.0 * sizeof(float) * nr * user.nt; // complex profiles, and their power
+    if (rp.rpdata_cplx.size() != 2 * static_cast<std::size_t>(nr) * user.nt && !enough_memory(bytes)) {
+        popmsg("The profiles do not fit into this machine's memory; lower the interpolation or narrow the "
+               "window.");
+        drop_profiles();
         return false;
     }
     computation busy;

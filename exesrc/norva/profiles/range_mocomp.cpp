@@ -18,7 +18,6 @@ namespace norva {
 constexpr int CENTER = 0, RMV_DRIFT = 1, RMV_LINE = 2, RMV_AMBS = 3;
 constexpr int LEAST_FOR_SLOPE = 10;               // records: the ends of the delay's derivatives need room
 constexpr int MOST_FOR_SLOPE = RNGCOR_MAX_NT - 1; // its history has one delay more
-constexpr int DERIVATIVES = 7;                    // of the delay, taken into account by rngcor
 
 std::string correction_refused(int tag) {
     const std::string name = tag == RMV_DRIFT ? "Rmv Drift" : tag == RMV_LINE ? "Rmv Line" : "A correction";
@@ -36,12 +35,16 @@ std::string correction_refused(int tag) {
     return "";
 }
 
-// A drift of `rate` microseconds per record, moved to when the samples were taken.
+// A drift of `rate` microseconds per record, moved to when the samples were taken: rngcor for a straight line,
+// T - (T/2 + TS) T' with T' = rate/TR. All higher derivatives are zero, and differences that only hold rounding
+// would be blown up by TS/TR.
 static void refined_drift(jbuf<double>& t, double rate) {
-    for (std::size_t i = 0; i < t.size(); i++) t[i] = static_cast<double>(i) * rate;
     double fact1, fact2;
     rngcor_get(user.wfri, user.bw, cfreq(user.f0, user.df, user.nf), gp.plen, &fact1, &fact2);
-    rngcor(t.data(), static_cast<int>(t.size()), fact1, fact2, DERIVATIVES, nullptr, 0);
+    for (std::size_t i = 0; i < t.size(); i++) {
+        const double delay = static_cast<double>(i) * rate;
+        t[i] = delay - (0.5 * delay + fact2) * rate / fact1;
+    }
 }
 
 static void delay_history(jbuf<double>& t, int tag, double x) {

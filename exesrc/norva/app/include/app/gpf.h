@@ -2,6 +2,8 @@
 // Raw data input: a file name becomes the parameters gp, the header text of the main window, and the window
 // of samples user.pfdata. Files are opened and closed on each call.
 
+#include "app/window_values.h"
+
 #include <string>
 #include <vector>
 
@@ -40,8 +42,13 @@ std::string get_gpf_hdr();
 // compensated. On failure user.pfdata is empty, after a message.
 void get_gpf_data(int tag, int nf0, int nt0, int nf);
 
+// The window that user.pfdata holds; user's own may be narrower already, until the data are cut to it.
+data_window loaded_window();
+// The data in memory have become the window that user tells, by a decimation.
+void loaded_window_is_users();
+
 // The window of the last fresh read covers this one.
-bool fresh_window_covers(int nf0, int nf, int nt0, int nt);
+bool fresh_window_covers(const data_window& window);
 
 // Signal type by the first letter of its text; texts that name none are frequency stepping.
 int classify_signal(const std::string& text);

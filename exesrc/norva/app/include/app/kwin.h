@@ -17,6 +17,7 @@ struct header_numbers {
 void kwin_build();                           // builds the window, hidden
 void kwin_init(const header_numbers& found); // shows the window, preset from what the file has
 void kwin_show();                            // the same again, as the user left it
+void kwin_leave();                           // hides it
 void kwin_cb(wi_obj* wo, int tag);           // 0 cancel, 1 save the keywords and read the header again
 int save_kws();                              // writes the values into user.rdfile; 1, or 0 after a message
 header_numbers get_kw_vals();                // the window's numbers; gp.sigtype and kw_ss are set as well

@@ -25,11 +25,27 @@ void take_decimated_steps(int mf, int mt);
 
 enum class window_verdict { ok, one_point, f0_outside, t0_outside, nf_outside, nt_outside };
 
-// Takes four typed values in the given style (0: f0, bw, t0, dwell; 1: nf0, nf, nt0, nt, truncated) as the
-// window. With journal steps present the window may only shrink; every value is held inside the file. On
-// return user holds the corrected window whatever the verdict is, but for one_point, where it holds the
-// window as typed. Sets ntime, nfreq and stsf.
-window_verdict take_window(const double values[4], int pstyle);
+// A window in samples.
+struct data_window {
+    int nf0 = 1, nf = 0, nt0 = 1, nt = 0;
+    bool operator==(const data_window&) const = default;
+};
+data_window user_window();
+void set_user_window(const data_window& window);
+
+// One of the four fields: what was typed, in the style's form, or the sample number that stands behind an
+// untouched text.
+struct window_field {
+    double typed = 0;
+    bool untouched = false;
+    int sample = 0;
+};
+
+// Takes four fields in the given style (0: f0, bw, t0, dwell; 1: nf0, nf, nt0, nt, truncated) as the window.
+// With journal steps present it must lie inside `force`, the window in force; every value is held inside the
+// file. On return user holds the corrected window whatever the verdict is, but for one_point, where it holds
+// the window as typed. Sets ntime, nfreq and stsf.
+window_verdict take_window(const window_field fields[4], int pstyle, const data_window& force);
 
 const char* window_message(window_verdict); // empty for ok
 
