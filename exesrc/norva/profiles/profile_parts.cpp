@@ -17,6 +17,8 @@
 
 namespace norva {
 
+constexpr double MOST_DELAY = 1e9; // microseconds; beyond, a product with a frequency has no phase left
+
 constexpr float DISPLAY_HEIGHT = 5, MIN_WIDTH = 6.4f; // plot inches; below that the notes would collide
 
 void control_journal(int ibut) {
@@ -73,8 +75,8 @@ bool narrow_data(double stime, double etime, void (*close)()) {
 }
 
 bool apply_correction(jbuf<double> t, int journal_tag) {
-    if (!std::all_of(t.begin(), t.end(), [](double v) { return std::isfinite(v); })) {
-        popmsg("The correction is not a finite delay; nothing was changed.");
+    if (!std::all_of(t.begin(), t.end(), [](double v) { return std::fabs(v) < MOST_DELAY; })) {
+        popmsg("The correction is no delay that could be; nothing was changed.");
         return false;
     }
     mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, t.data());
