@@ -1,4 +1,7 @@
 // Functions that read data files, on files written by the test itself.
+#include "cu/dop.h"
+#include "cu/iq.h"
+#include "cu/rea.h"
 #include "fileio/gat.h"
 #include "fileio/ufile.h"
 #include "show.h"
@@ -115,6 +118,55 @@ TEST_F(trelva_files, keywords) {
     write_all("text.trv", "no data file at all, only text of some length\n");
     expect_all(context_, {{"GETKW(\"text.trv\",\"prf\")", "error: File does not exist."},
                           {"GATFILE(\"text.trv\",TIME)", "error: Unable to open file."}});
+}
+
+TEST_F(trelva_files, iq_files) {
+    iqfile_ptr file = openiq("a.iq", "New");
+    ASSERT_EQ(putiqkeys(file.get(), 5.0, 0.0, 10.0, 0.03), ZUV_OK);
+    for (int n = 0; n < 4; n++)
+        putiq(file.get(), 3.0f * static_cast<float>(n), -4.0f * static_cast<float>(n));
+    ASSERT_EQ(u_close(std::move(file)), ZUV_OK);
+    dopfile_ptr spectra = opendop("a.dop", "New", 3);
+    u_kwput_d(spectra.get(), "scale", 0.5);
+    putdop(spectra.get(), 1.0, std::vector<std::int16_t>{2, -4, 6});
+    putdop(spectra.get(), 2.0, std::vector<std::int16_t>{8, 10, 12});
+    ASSERT_EQ(u_close(std::move(spectra)), ZUV_OK);
+    expect_all(context_, {
+                             {"IQFILE(\"a.iq\",I)", "[0 3 6 9]"},
+                             {"IQFILE(\"a.iq\",AMP,5.1,5.2)", "[5 10]"},
+                             {"IQFILE(\"a.iq\",TIME)", "[5 5.1 5.2 5.3]"},
+                             {"IQFILE(\"a.iq\",NSAMPLES)", "4"},
+                             {"IQFILE(\"a.iq\",PRF)*IQFILE(\"a.iq\",XLAM)", "0.3"},
+                             {"IQFILE(\"a.dop\",I)", "[1 -2 3 4 5 6]"}, // the file's scale is applied
+                             {"IQFILE(\"a.dop\",TIME)", "[1 2]"},
+                             {"IQFILE(\"a.pfx\",Q,11,11.5)", "[1 2 3 1 2 3]"},
+                             {"GATFILE(\"a.iq\",I)", "error: Unable to open file."},
+                             {"GETKW(\"a.iq\",\"xlam\")", "0.03"},
+                             {"GETKW(\"a.dop\",\"namp\")", "3"},
+                         });
+}
+
+TEST_F(trelva_files, track_files) {
+    reafile_ptr file = openrea("a.rea", "New");
+    for (int n = 0; n < 20; n++) { // 7000 - 30 t + 4 t^2, one bad element
+        const double t = 0.5 * n;
+        putrea(file.get(), t, n == 7 ? 0.0 : 7000.0 - 30.0 * t + 4.0 * t * t, 0.5f, 0.25f, n != 7);
+    }
+    ASSERT_EQ(u_close(std::move(file)), ZUV_OK);
+    expect_all(context_,
+               {
+                   {"REAFILE(\"a.rea\",RANGE,0,1)", "[7000 6986 6974]"},
+                   {"REAFILE(\"a.rea\",ELEV,0,0.5)", "[0.5 0.5]"},
+                   {"REAFILE(\"a.rea\",AZ,0,0.5)", "[0.25 0.25]"},
+                   {"REAFILE(\"a.rea\",VALID,3,4)", "[1 0 1]"},
+                   {"NINT(1000*REAFILE(\"a.rea\",RATE,4,6))", "[2000 6000 10000 14000 18000]"},
+                   {"NINT(REAFILE(\"a.rea\",RATE,2,5,\"FITALL=NO\",\"NAVG=5\"))", "[-14 -10 -6 -2 2 6 10]"},
+                   {"NINT(1000*REAFILE(\"a.rea\",ACC,4,9,2,\"FITALL=YES\"))", "[nan nan]"}, // two make no fit
+                   {"NINT(1000*REAFILE(\"a.rea\",ACC,4,9,3,\"WTAUTO=NO\"))", "[8000 8000 8000]"},
+                   {"REAFILE(\"a.pfx\",RANGE)", "[100 101 102 103 104 105]"},
+                   {"REAFILE(\"a.rea\",XPOS)", no_type},
+                   {"REAFILE(\"a.iq\",RANGE)", "error: Unable to open file."},
+               });
 }
 
 // The phase of single samples is followed along the rows, that of whole rows within each row.

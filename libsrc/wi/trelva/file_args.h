@@ -63,6 +63,10 @@ enum sp_datatype {
     SP_DT_NREC = 67,
 };
 
+inline bool sp_is_time(int datatype) {
+    return datatype == SP_DT_TIME || datatype == SP_DT_ALLTIME;
+}
+
 struct fileparams {
     std::string fname;         // file name
     int filetype = 0;          // kind of file, set by the name of the function

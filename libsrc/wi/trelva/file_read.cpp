@@ -1,4 +1,4 @@
-// The pass over a data file, header words, and complex samples.
+// The pass over the elements of a data file, and header words.
 #include "file_read.h"
 
 #include "zuvsys/cstrings.h"
@@ -15,10 +15,6 @@ sp_item_source time_items(_zuvfile* file) {
                 value[0] = u_nexttime(file);
                 return u_error() == ZUV_OK && u_elemmove(file, ++n) == ZUV_OK;
             }};
-}
-
-bool is_time(int datatype) {
-    return datatype == SP_DT_TIME || datatype == SP_DT_ALLTIME;
 }
 
 // The elements first .. last - 1 of the time window, at most mxelms of them.
@@ -57,26 +53,21 @@ std::string sp_outside(double first, double last, const fileparams& parms) {
     return parms.t0 >= last || parms.t1 < first ? "T0 and T1 overlap, no data found." : "";
 }
 
-sp_value sp_read_file(const sp_file_kind& kind, const fileparams& given) {
-    zuvfile_ptr file = kind.open(given.fname);
+sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms) {
+    zuvfile_ptr file = kind.open(parms.fname);
     if (!file) return sp_mkerror("Unable to open file.");
-    if (given.datatype >= SP_DT_HEADER) {
-        sp_value word = kind.header(file.get(), given.datatype);
-        if (word.type == SP_NULL) word = sp_common_header(file.get(), given.datatype);
+    if (parms.datatype >= SP_DT_HEADER) {
+        sp_value word = kind.header(file.get(), parms.datatype);
+        if (word.type == SP_NULL) word = sp_common_header(file.get(), parms.datatype);
         return word.type == SP_NULL ? sp_mkerror("Bad data type for file type.") : word;
     }
-    fileparams parms = given;
-    if (parms.datatype == SP_DT_ALLTIME) { // whatever the window
-        parms.t0 = fileparams{}.t0;
-        parms.t1 = fileparams{}.t1;
-    }
-    sp_item_source items = is_time(parms.datatype) ? sp_item_source{1} : kind.items(file.get(), parms);
+    sp_item_source items = sp_is_time(parms.datatype) ? sp_item_source{1} : kind.items(file.get(), parms);
     if (items.width == 0) return sp_mkerror(items.refused);
     std::string why = sp_outside(u_firsttime(file.get()), u_lasttime(file.get()), parms);
     if (!why.empty()) return sp_mkerror(std::move(why));
     const element_run run = elements_in_window(file.get(), parms);
     if (run.last == run.first) return sp_mkerror("No data found between T0 and T1.");
-    if (is_time(parms.datatype)) {
+    if (sp_is_time(parms.datatype)) {
         u_elemmove(file.get(), run.first);
         items = time_items(file.get());
     }

@@ -33,8 +33,12 @@ constexpr file_function functions[] = {
     {"IMGFILE", SP_FILE_IMG}, {"SPLFILE", SP_FILE_SPL}, {"V3FILE", SP_FILE_V3},   {"ANYFILE", SP_FILE_ANY},
 };
 
-sp_value read_file(const fileparams& parms) {
+sp_value read_file(fileparams parms) {
     if (!(parms.t0 < parms.t1)) return sp_mkerror("Times do not overlap in for file reading function.");
+    if (parms.datatype == SP_DT_ALLTIME) { // whatever the window
+        parms.t0 = fileparams{}.t0;
+        parms.t1 = fileparams{}.t1;
+    }
     auto kind = std::ranges::find(readers, parms.filetype, &reader::filetype);
     return kind == std::end(readers) ? sp_mkerror("Unknown file type.") : kind->read(parms);
 }

@@ -1,6 +1,9 @@
 // Opening data files for reading.
 #include "open_typed.h"
 
+#include "cu/dop.h"
+#include "cu/iq.h"
+#include "cu/rea.h"
 #include "cu/spl.h"
 #include "fileio/gat.h"
 
@@ -17,18 +20,13 @@ zuvfile_ptr open_if(const std::string& name, int filetype) {
 // A type without a row here is one that the file library does not open.
 zuvfile_ptr sp_open_typed(const std::string& name) {
     switch (zuvfiletype(name)) {
+    case FILETYPE_IQ: return openiq(name, "Old");
+    case FILETYPE_REA: return openrea(name, "Old");
+    case FILETYPE_DOP: return opendop(name, "Old", 0);
     case FILETYPE_SPL: return openspl(name, "Old", 0);
     case FILETYPE_GAT: return opengat(name, "Old", 0);
     default: return nullptr;
     }
-}
-
-zuvfile_ptr sp_open_iq(const std::string& name) {
-    return open_if(name, FILETYPE_IQ);
-}
-
-zuvfile_ptr sp_open_rea(const std::string& name) {
-    return open_if(name, FILETYPE_REA);
 }
 
 zuvfile_ptr sp_open_pks(const std::string& name) {

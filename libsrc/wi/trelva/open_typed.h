@@ -7,8 +7,6 @@
 
 namespace norva {
 
-zuvfile_ptr sp_open_iq(const std::string& name);
-zuvfile_ptr sp_open_rea(const std::string& name);
 zuvfile_ptr sp_open_pks(const std::string& name);
 zuvfile_ptr sp_open_gat(const std::string& name);
 zuvfile_ptr sp_open_img(const std::string& name);

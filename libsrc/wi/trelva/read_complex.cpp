@@ -1,4 +1,5 @@
 // IQFILE, GATFILE, IMGFILE: rows of complex samples, as amplitude, phase, I or Q.
+#include "cu/geniq.h"
 #include "file_read.h"
 #include "fileio/gat.h"
 #include "open_typed.h"
@@ -72,10 +73,14 @@ sp_item_source complex_items(std::size_t n, const fileparams& parms,
             }};
 }
 
-// Files whose elements are float pairs and nothing else.
+// Files whose elements are float pairs and nothing else, to be multiplied by the file's scale if it has one.
 sp_item_source pair_items(_zuvfile* file, const fileparams& parms) {
-    return complex_items(static_cast<std::size_t>(u_nitems(file)), parms, [file](std::span<float> pairs) {
-        return u_getelem(file, std::as_writable_bytes(pairs)) == ZUV_OK;
+    const double given = u_kwget_d(file, "scale");
+    const float scale = u_error() == ZUV_OK ? static_cast<float>(given) : 1.0f;
+    return complex_items(static_cast<std::size_t>(u_nitems(file)), parms, [=](std::span<float> pairs) {
+        const bool good = u_getelem(file, std::as_writable_bytes(pairs)) == ZUV_OK;
+        for (float& x : pairs) x *= scale;
+        return good;
     });
 }
 
@@ -118,16 +123,12 @@ sp_item_source gat_items(_zuvfile* file, const fileparams& parms) {
 
 } // namespace
 
-constexpr const char* iq_failed = "Internal problem reading IQ file.";
-
-const sp_file_kind sp_iq_kind = {sp_open_iq, iq_header, pair_items, iq_failed};
+const sp_file_kind sp_iq_kind = {opengeniq, iq_header, pair_items, "Internal problem reading IQ file."};
 const sp_file_kind sp_gat_kind = {sp_open_gat, gat_header, gat_items, "Internal problem reading GAT file."};
 const sp_file_kind sp_img_kind = {sp_open_img, img_header, pair_items, "Internal problem reading IMG file."};
 
-// Gate files, too, are read as IQ files.
 sp_value read_iq(const fileparams& parms) {
-    if (zuvfiletype(parms.fname) != FILETYPE_GAT) return sp_read_file(sp_iq_kind, parms);
-    return sp_read_file({sp_open_gat, iq_header, gat_items, iq_failed}, parms);
+    return sp_read_file(sp_iq_kind, parms);
 }
 
 sp_value read_gat(const fileparams& parms) {

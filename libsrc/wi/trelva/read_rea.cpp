@@ -1,32 +1,22 @@
 // REAFILE: range, elevation and azimuth of a track; rate and acceleration of the range by local fits.
+#include "cu/rea.h"
+#include "cu/genrea.h"
 #include "file_read.h"
 #include "local_fit.h"
-#include "open_typed.h"
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 namespace norva {
 
 namespace {
 
-// An element on file and in memory: time, range (doubles), elevation, azimuth (floats), flag, spare (ints).
-using element = std::array<std::byte, 32>;
-
-template <class T> double field(const element& bytes, std::size_t at) {
-    T value;
-    std::memcpy(&value, bytes.data() + at, sizeof value);
-    return static_cast<double>(value);
-}
-
-double value_of(const element& bytes, int datatype) {
+double value_of(const _reaelement& element, int datatype) {
     switch (datatype) {
-    case SP_DT_RANGE: return field<double>(bytes, 8);
-    case SP_DT_ELEVATION: return field<float>(bytes, 16);
-    case SP_DT_AZIMUTH: return field<float>(bytes, 20);
-    default: return field<std::int32_t>(bytes, 24);
+    case SP_DT_RANGE: return element.range;
+    case SP_DT_ELEVATION: return static_cast<double>(element.elevation);
+    case SP_DT_AZIMUTH: return static_cast<double>(element.azimuth);
+    default: return element.flag;
     }
 }
 
@@ -40,9 +30,9 @@ sp_item_source rea_items(_zuvfile* file, const fileparams& parms) {
     default: return {};
     }
     return {1, [file, datatype = parms.datatype](std::span<double> value) {
-                element bytes{};
+                std::array<std::byte, REA_ELEMSIZE> bytes{};
                 if (u_getelem(file, bytes) != ZUV_OK) return false;
-                value[0] = value_of(bytes, datatype);
+                value[0] = value_of(rea_unpack(bytes), datatype);
                 return true;
             }};
 }
@@ -58,8 +48,7 @@ sp_value rea_header(_zuvfile* file, int datatype) {
 
 sp_value read(fileparams parms, int datatype) {
     sp_file_kind kind = sp_rea_kind;
-    if (datatype == SP_DT_TIME || datatype == SP_DT_ALLTIME)
-        kind.read_failed = "Internal problem reading REA file (1).";
+    if (sp_is_time(datatype)) kind.read_failed = "Internal problem reading REA file (1).";
     parms.datatype = datatype;
     return sp_read_file(kind, parms);
 }
@@ -82,7 +71,7 @@ sp_value fitted_range(const fileparams& parms, int order) {
 
 } // namespace
 
-const sp_file_kind sp_rea_kind = {sp_open_rea, rea_header, rea_items,
+const sp_file_kind sp_rea_kind = {opengenrea, rea_header, rea_items,
                                   "Internal problem reading REA file (2)."};
 
 sp_value read_rea(const fileparams& parms) {

@@ -22,10 +22,6 @@ sp_value header_word(_zuvfile* file, int datatype) {
     }
 }
 
-bool is_time(int datatype) {
-    return datatype == SP_DT_TIME || datatype == SP_DT_ALLTIME;
-}
-
 // Derivative order that an item of the spline is; empty when there is no such item.
 std::optional<int> order_of(const fileparams& parms) {
     switch (parms.datatype) {
@@ -67,17 +63,15 @@ struct sample_times {
 
 sp_value samples(_espl& spline, const fileparams& parms) {
     const sample_times times{spline, parms.nptsbrk};
-    const bool all = parms.datatype == SP_DT_ALLTIME;
-    const std::int64_t first = all ? 0 : times.first_at(parms.t0, false);
-    std::int64_t last = all ? times.count() : times.first_at(parms.t1, true);
-    last = std::min(last, first + parms.mxelms);
+    const std::int64_t first = times.first_at(parms.t0, false);
+    const std::int64_t last = std::min(times.first_at(parms.t1, true), first + parms.mxelms);
     if (last <= first) return sp_mkerror("No data found between T0 and T1.");
     sp_value result = sp_new_array(static_cast<std::size_t>(last - first));
     std::int64_t i = first;
     for (double& value : result.ary.own()) {
         const double time = times[i++];
-        value = is_time(parms.datatype) ? time : espl(&spline, time, *order_of(parms));
-        if (!is_time(parms.datatype) && espl_error() != ZUV_OK)
+        value = sp_is_time(parms.datatype) ? time : espl(&spline, time, *order_of(parms));
+        if (!sp_is_time(parms.datatype) && espl_error() != ZUV_OK)
             return sp_mkerror("Internal problem while reading spline (2).");
     }
     return result;
@@ -92,7 +86,7 @@ sp_value read_spl(const fileparams& parms) {
         sp_value word = header_word(file.get(), parms.datatype);
         return word.type == SP_NULL ? sp_mkerror("Bad data type for file type.") : word;
     }
-    if (!is_time(parms.datatype) && !order_of(parms)) return sp_mkerror("Bad data type for file type.");
+    if (!sp_is_time(parms.datatype) && !order_of(parms)) return sp_mkerror("Bad data type for file type.");
     if (parms.nptsbrk < 1) return sp_mkerror("POINTSPERINTERVAL is too small");
     espl_ptr spline = espl_init_with_file(file.get(), ESPL_MEMORY);
     if (!spline) return sp_mkerror("Internal problem while reading spline (1).");
