@@ -121,7 +121,10 @@ void bspl_to_pp(bspltype& fit) {
         std::vector<double>& coe = brks[i].coe;
         bspl_ev(fit, brks[i].time, fit.ncoe, coe.data());
         double factorial = 1.0;
-        for (std::size_t j = 1; j < coe.size(); j++) coe[j] /= factorial *= static_cast<double>(j);
+        for (std::size_t j = 1; j < coe.size(); j++) {
+            factorial *= static_cast<double>(j);
+            coe[j] /= factorial;
+        }
     }
     const _brkpoint& before = brks[brks.size() - 2];
     brks.back().coe = before.coe;

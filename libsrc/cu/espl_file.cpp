@@ -138,9 +138,10 @@ int espl_load_file(_espl& e, double t) {
 int espl_rehash_file(_espl& e) {
     const int ncoe = e.ncoe;
     forget(e);
-    if (int status = read_bounds(e); status != ZUV_OK) return status;
-    if (std::exchange(e.ncoe, ncoe) != ncoe) return ESPL_NO_SPLINE;
-    return load_from_file(e, 0);
+    int status = read_bounds(e);
+    if (status == ZUV_OK && e.ncoe != ncoe) status = ESPL_NO_SPLINE;
+    e.ncoe = ncoe;
+    return status == ZUV_OK ? load_from_file(e, 0) : status;
 }
 
 espl_ptr espl_init_with_file(_splfile* fp, int mode) {
@@ -175,7 +176,7 @@ espl_ptr espl_read(const std::string& name) {
 int espl_write(const _espl* e, const std::string& name, const std::string& text, const std::string& type,
                const std::string& xunits, const std::string& yunits, int ider) {
     if (!e || e->mode != ESPL_MEMORY) return espl_status(ZUV_BAD_ARGUMENT);
-    std::string temporary = name + ".XXXXXX";
+    std::string temporary = name.substr(0, name.rfind('/') + 1) + ".norva-XXXXXX"; // in the same folder
     const int handle = mkstemp(temporary.data());
     if (handle < 0) return espl_status(ZUV_NO_OPEN);
     close(handle);

@@ -123,6 +123,12 @@ int geniq_keyword_service(_zuvfile* file, int opcode, std::string& name, kwarg& 
 zuvfile_ptr seen(zuvfile_ptr file, int status, zuvservice service) {
     geniq_status(status);
     if (!file) return {};
+    uarg samples;
+    file->ucall(file.get(), UOP_NITEMS, samples);
+    if (8 * samples.n > INT32_MAX) { // the size of a row is an int to all callers
+        geniq_status(ZUV_NO_MEMORY);
+        return {};
+    }
     file->ucall = service;
     file->ukwcall = geniq_keyword_service;
     return file;

@@ -52,7 +52,7 @@ series_image dop_image(int machine, int version, int namp = 5) {
     series_image image{machine, 105, {}, (namp + 3) / 4 * 8 + (version == 2 ? 24 : 8), {}};
     image.header = padded("spectra", 104) + whole(version) + whole(namp) + real(10) + real(0.25) + real(4) +
                    real(0.5) + real(0.125);
-    for (int n = 0; n < 3; n++) {
+    for (int n = 0; n < 3 && namp < 100; n++) {
         std::string one = real(10 + 0.5 * n);
         if (version == 2) one += real(n + 100) + real(n + 200);
         for (int j = 0; j < namp; j++) one += integer_bytes(machine, static_cast<std::int16_t>(300 * n - j));
@@ -203,6 +203,12 @@ TEST(series, what_does_not_fit_is_refused_with_its_status) {
     EXPECT_EQ(getdoperror(), ZUV_BAD_ARGUMENT);
     EXPECT_FALSE(opendop(dir.file("new"), "New", 0x7FFFFFFF));
     EXPECT_EQ(getdoperror(), ZUV_BAD_ARGUMENT);
+    // Nothing but a header, but rows of 2^28 samples and more.
+    series_image wide = dop_image(MACHINE_THIS, 2, 1 << 28);
+    write_all(dir.file("wide"), wide.bytes());
+    EXPECT_TRUE(opendop(dir.file("wide"), "Old", 0));
+    EXPECT_FALSE(opengeniq(dir.file("wide")));
+    EXPECT_EQ(getgeniqerror(), ZUV_NO_MEMORY);
     write_all(dir.file("flat"), gate_image{}.bytes()); // rows without ranges are no track
     EXPECT_FALSE(opengenrea(dir.file("flat")));
     EXPECT_EQ(getgenreaerror(), ZUV_BAD_TYPE);

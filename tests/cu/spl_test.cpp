@@ -274,6 +274,7 @@ TEST(spl, a_file_that_grows_is_seen_after_a_rehash) {
     EXPECT_EQ(espl(e.get(), 20, 0), 110);
     e->ncoe = 5; // as if made for another file
     EXPECT_EQ(espl_rehash(e.get()), ESPL_NO_SPLINE);
+    EXPECT_EQ(e->ncoe, 5);
 }
 
 TEST(spl, contents_that_make_no_spline) {

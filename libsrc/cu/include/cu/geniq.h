@@ -18,7 +18,8 @@ namespace norva {
 
 int getgeniqerror(); // status of the last open and of the last row read through this view
 
-// Null for a type other than these three (-12), and when the type's own open fails, with its status.
+// Null for a type other than these three (-12), for rows of 2 gigabytes and more (-3), and when the type's
+// own open fails, with its status.
 zuvfile_ptr opengeniq(const std::string& name);
 
 } // namespace norva
