@@ -8,6 +8,7 @@
 #include "signal/numbers.h"
 #include "state/calls.h"
 #include "state/user.h"
+#include "zuvsys/memory.h"
 #include "zuvsys/strprintf.h"
 
 #include <algorithm>
@@ -40,7 +41,9 @@ static std::string parameters_refused(int nf) {
     if (user.dp_ni > user.nt) return strprintf("WDW=%d must be <= NT=%d", user.dp_ni, user.nt);
     const long long rows = dopprof_count(user.nt, user.dp_ni, user.dp_lag);
     if (rows < 1) return "Doppler profiles need more records, or a WDW of 2.";
-    if (rows * nf > MOST_SAMPLES)
+    const long long samples = rows * nf;
+    const bool in_place = user.dpdata.size() == static_cast<std::size_t>(samples);
+    if (samples > MOST_SAMPLES || (!in_place && !enough_memory(static_cast<double>(samples) * sizeof(float))))
         return strprintf("%lld Doppler profiles of %d samples are too many: raise LAG.", rows, nf);
     return "";
 }
