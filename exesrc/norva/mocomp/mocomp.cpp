@@ -1,16 +1,18 @@
 // Application of one delay history to the raw data.
 #include "mocomp/mocomp.h"
 
+#include "phase.h"
+#include "signal/parallel.h"
 #include "zuvsys/stop.h"
 
 #include <array>
-#include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
 
 namespace norva {
 namespace {
+
+constexpr int samples_of_a_chunk = 16384;
 
 // Weights of the cubic through positions -1, 0, 1, 2 at p:
 //   -p(p-1)(p-2)/6, (pp-1)(p-2)/2, -p(p+1)(p-2)/2, p(pp-1)/6
@@ -27,28 +29,34 @@ std::array<double, 4> delays_around(const double* d, int j, int nt) {
     return {before, d[j], d[j + 1], after};
 }
 
+phase_runner runner_of_this_machine() {
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx2")) return turn_record_avx2;
+#endif
+    return turn_record_base;
+}
+
 } // namespace
 
 void mocomp(float* x, int nf, int nt, float f1, float df, float rh, const double* d) {
     if (!(rh >= 0 && rh <= 1)) stop("STOP IN MOCOMP");
     if (nf < 1) return;
-    std::vector<std::array<double, 4>> weights(nf);
-    for (int i = 0; i < nf; i++) weights[i] = cubic_weights(static_cast<double>(i) * rh / nf);
-    for (int j = 0; j < nt; j++) {
-        const std::array<double, 4> a = delays_around(d, j, nt);
-        float* row = x + 2 * static_cast<std::size_t>(j) * nf;
-        for (int i = 0; i < nf; i++) {
-            double f = i * static_cast<double>(df) + f1;
-            const std::array<double, 4>& w = weights[i];
-            double dd = w[0] * a[0] + w[1] * a[1] + w[2] * a[2] + w[3] * a[3];
-            auto cycles = static_cast<float>(std::fmod(dd * f, 1.0));
-            float c = std::cos(2 * std::numbers::pi_v<float> * cycles);
-            float s = std::sin(2 * std::numbers::pi_v<float> * cycles);
-            float re = row[2 * i], im = row[2 * i + 1];
-            row[2 * i] = re * c - im * s;
-            row[2 * i + 1] = re * s + im * c;
-        }
+    const std::size_t padded = (static_cast<std::size_t>(nf) + phase_step - 1) / phase_step * phase_step;
+    std::vector<double> tables(5 * padded);
+    double* of[5];
+    for (int k = 0; k < 5; k++) of[k] = tables.data() + k * padded;
+    for (int i = 0; i < nf; i++) {
+        of[4][i] = i * static_cast<double>(df) + f1;
+        const std::array<double, 4> w = cubic_weights(static_cast<double>(i) * rh / nf);
+        for (int k = 0; k < 4; k++) of[k][i] = w[k];
     }
+    const phase_tables record = {nf, of[4], {of[0], of[1], of[2], of[3]}};
+
+    static const phase_runner turn = runner_of_this_machine();
+    parallel_chunks(nt, 1 + samples_of_a_chunk / nf, [&](int first, int last) {
+        for (int j = first; j < last; j++)
+            turn(record, delays_around(d, j, nt).data(), x + 2 * static_cast<std::size_t>(j) * nf);
+    });
 }
 
 } // namespace norva

@@ -17,12 +17,29 @@ bool power_of_two(int n) {
     return n > 0 && (n & (n - 1)) == 0;
 }
 
+// What gfft demands; sign 0 stands for a direction that is left out.
+void check_mixed(int n, int sign) {
+    if (std::abs(sign) > 1 || (sign != 0 && n > GFFT_MAX_MIXED && !power_of_two(n))) stop("STOP IN GFFT");
+}
+
+// A loop over lines goes to other threads in chunks that are worth waking them.
+constexpr int samples_of_a_chunk = 16384;
+
 } // namespace
 
 void gfft(float* a, int n, int is) {
-    if (std::abs(is) != 1) stop("STOP IN GFFT");
-    if (n > GFFT_MAX_MIXED && !power_of_two(n)) stop("STOP IN GFFT");
-    if (n > 1) transform(a, n, is);
+    if (is == 0) stop("STOP IN GFFT");
+    check_mixed(n, is);
+    transform(a, n, is);
+}
+
+void gfft_padded(const float* in, int used, float* out, int n, int is) {
+    if (is == 0) stop("STOP IN GFFT");
+    check_mixed(n, is);
+    if (n > 1)
+        transform(plan_for(n), in, used, out, is);
+    else if (n == 1)
+        std::memcpy(out, in, 2 * sizeof(float));
 }
 
 void cfft(float* a, int n, int key) {
@@ -70,17 +87,19 @@ void fourt(float* datar, float* datai, const int* nn, int ndim, int ifrwd, int i
 
 void fft2d(float* a, int nx, int ny, int isx, int isy) {
     if (ny > FFT2D_MAX_NY) stop("STOP IN FFT2D");
-    std::size_t row = 2 * static_cast<std::size_t>(nx);
+    if (nx < 1 || ny < 1) return;
+    check_mixed(nx, isx);
+    check_mixed(ny, isy);
+    const std::ptrdiff_t row = 2 * static_cast<std::ptrdiff_t>(nx);
     if (isx != 0) {
-        for (int j = 0; j < ny; j++) gfft(a + j * row, nx, isx);
+        parallel_chunks(ny, 1 + samples_of_a_chunk / nx, [&](int first, int last) {
+            for (int j = first; j < last; j++) transform(a + j * row, nx, isx);
+        });
     }
     if (isy != 0) {
-        std::vector<float> column(2 * static_cast<std::size_t>(ny));
-        for (int i = 0; i < nx; i++) {
-            for (int j = 0; j < ny; j++) std::memcpy(&column[2 * j], a + j * row + 2 * i, 2 * sizeof(float));
-            gfft(column.data(), ny, isy);
-            for (int j = 0; j < ny; j++) std::memcpy(a + j * row + 2 * i, &column[2 * j], 2 * sizeof(float));
-        }
+        const int chunk = (1 + samples_of_a_chunk / ny + 7) / 8 * 8; // whole vectors of columns
+        parallel_chunks(nx, chunk,
+                        [&](int first, int last) { transform_columns(a, row, ny, first, last, isy); });
     }
 }
 

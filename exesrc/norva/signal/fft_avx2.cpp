@@ -3,8 +3,13 @@
 
 namespace norva {
 
-void fft_run_avx2(const fft_schedule& schedule, const float* in, float* out, bool positive, float* work) {
-    run(schedule, in, out, positive, work);
+void fft_run_avx2(const fft_schedule& schedule, const float* in, int used, float* out, bool positive,
+                  float* work) {
+    run(schedule, in, used, out, positive, work);
+}
+
+void fft_columns_avx2(const fft_schedule& schedule, float* a, long row, bool positive, float* work) {
+    run_columns(schedule, a, row, positive, work);
 }
 
 } // namespace norva

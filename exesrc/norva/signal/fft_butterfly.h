@@ -115,23 +115,55 @@ template <> struct fixed<5> {
     }
 };
 
-// Two transforms of 4 and rotations by eighths of a turn.
+// y(k), y(k+4) = e(k) +- exp(-2 pi i k / 8) o(k), from transforms of 4 of the even and the odd samples.
+template <class V> [[gnu::always_inline]] inline void combine8(const cv<V>* e, const cv<V>* o, cv<V>* x) {
+    constexpr float h = 0.707106781186547524400844F;
+    cv<V> r1 = {o[1].re + o[1].im, o[1].im - o[1].re}; // sqrt(2) exp(-i pi/4) o1
+    cv<V> r3 = {o[3].im - o[3].re, o[3].re + o[3].im}; // sqrt(2) exp(-3 i pi/4) o3, imaginary part negated
+    x[0] = e[0] + o[0];
+    x[4] = e[0] - o[0];
+    x[1] = fma(r1, h, e[1]);
+    x[5] = fma(r1, -h, e[1]);
+    x[2] = minus_i(e[2], o[2]);
+    x[6] = plus_i(e[2], o[2]);
+    x[3] = {r3.re * h + e[3].re, e[3].im - r3.im * h};
+    x[7] = {e[3].re - r3.re * h, r3.im * h + e[3].im};
+}
 template <> struct fixed<8> {
     template <class V> [[gnu::always_inline]] static void run(cv<V>* x) {
-        constexpr float h = 0.707106781186547524400844F;
-        dft4(x[0], x[2], x[4], x[6]);
-        dft4(x[1], x[3], x[5], x[7]);
-        cv<V> e1 = x[2], e2 = x[4], e3 = x[6], o0 = x[1], o1 = x[3], o2 = x[5], o3 = x[7];
-        cv<V> r1 = {o1.re + o1.im, o1.im - o1.re}; // sqrt(2) exp(-i pi/4) o1
-        cv<V> r3 = {o3.im - o3.re, o3.re + o3.im}; // sqrt(2) exp(-3 i pi/4) o3, imaginary part negated
-        x[4] = x[0] - o0;
-        x[0] = x[0] + o0;
-        x[1] = fma(r1, h, e1);
-        x[5] = fma(r1, -h, e1);
-        x[2] = minus_i(e2, o2);
-        x[6] = plus_i(e2, o2);
-        x[3] = {r3.re * h + e3.re, e3.im - r3.im * h};
-        x[7] = {e3.re - r3.re * h, r3.im * h + e3.im};
+        cv<V> e[4] = {x[0], x[2], x[4], x[6]}, o[4] = {x[1], x[3], x[5], x[7]};
+        fixed<4>::run(e);
+        fixed<4>::run(o);
+        combine8(e, o, x);
+    }
+};
+
+// The same for x[0..L-1] alone, the rest being zero.
+template <int R, int L> struct padded {
+    static_assert(R == L);
+    template <class V> [[gnu::always_inline]] static void run(cv<V>* x) { fixed<R>::run(x); }
+};
+template <> struct padded<4, 2> { // y(k) = x0 + (-i)^k x1
+    template <class V> [[gnu::always_inline]] static void run(cv<V>* x) {
+        cv<V> a = x[0], b = x[1];
+        x[0] = a + b;
+        x[1] = minus_i(a, b);
+        x[2] = a - b;
+        x[3] = plus_i(a, b);
+    }
+};
+template <> struct padded<8, 4> {
+    template <class V> [[gnu::always_inline]] static void run(cv<V>* x) {
+        cv<V> e[4] = {x[0], x[2]}, o[4] = {x[1], x[3]};
+        padded<4, 2>::run(e);
+        padded<4, 2>::run(o);
+        combine8(e, o, x);
+    }
+};
+template <> struct padded<8, 2> {
+    template <class V> [[gnu::always_inline]] static void run(cv<V>* x) {
+        cv<V> e[4] = {x[0], x[0], x[0], x[0]}, o[4] = {x[1], x[1], x[1], x[1]};
+        combine8(e, o, x);
     }
 };
 
@@ -211,11 +243,13 @@ template <class V> void dft_odd(cv<V>* x, int radix, const float* table) {
     x[0] = total;
 }
 
-// The transform of one pass. R = 0 stands for any odd radix.
-template <int R> struct butterfly {
+// The transform of one pass, of which the first L samples are not zero. R = 0 stands for any odd radix.
+template <int R, int L = R> struct butterfly {
     static constexpr int capacity = R;
     static int radix(const fft_pass&) { return R; }
-    template <class V> [[gnu::always_inline]] static void run(cv<V>* x, const fft_pass&) { fixed<R>::run(x); }
+    template <class V> [[gnu::always_inline]] static void run(cv<V>* x, const fft_pass&) {
+        padded<R, L>::run(x);
+    }
 };
 template <> struct butterfly<0> {
     static constexpr int capacity = fft_longest_odd;

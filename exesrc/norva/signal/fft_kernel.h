@@ -154,16 +154,16 @@ inline void store_transposed(const planes& l, float* to, int radix, int rows, co
 // ---- Passes ----
 
 // One vector of the first pass, over eight groups that begin at `in` and `out`; the first `rows` of them
-// exist.
-template <int R, class Layout>
+// exist, and the first L legs are not zero.
+template <int R, int L, class Layout>
 [[gnu::always_inline]] inline void first_vector(const fft_pass& pass, const Layout& l, const float* in,
                                                 float* out, int rows, const float* w, int flip) {
-    using fly = butterfly<R>;
+    using fly = butterfly<R, L>;
     const int radix = fly::radix(pass);
     const long leg = 2L * pass.m;
     cv<v8> x[fly::capacity];
 #pragma GCC unroll 16
-    for (int j = 0; j < radix; j++) x[j] = load_interleaved(in + j * leg, flip);
+    for (int j = 0; j < (L > 0 ? L : radix); j++) x[j] = load_interleaved(in + j * leg, flip);
     fly::run(x, pass);
 #pragma GCC unroll 16
     for (int k = 1; k < radix; k++)
@@ -173,16 +173,16 @@ template <int R, class Layout>
 
 // From interleaved samples; vectors run over the groups. When there are fewer than eight, as many samples
 // must be readable behind the last.
-template <int R, class Layout>
+template <int R, int L, class Layout>
 void first_pass(const fft_pass& pass, const Layout& l, const float* in, float* out, int flip) {
-    const int m = pass.m, radix = butterfly<R>::radix(pass);
+    const int m = pass.m, radix = butterfly<R, L>::radix(pass);
     const float* w = pass.twiddles;
     int p = 0;
     for (; p + 8 <= m; p += 8, w += 16 * (radix - 1))
-        first_vector<R>(pass, l, in + 2L * p, out + Layout::step * radix * p, 8, w, flip);
+        first_vector<R, L>(pass, l, in + 2L * p, out + Layout::step * radix * p, 8, w, flip);
     if (p == m) return;
     p = m > 8 ? m - 8 : 0;
-    first_vector<R>(pass, l, in + 2L * p, out + Layout::step * radix * p, m < 8 ? m : 8, w, flip);
+    first_vector<R, L>(pass, l, in + 2L * p, out + Layout::step * radix * p, m < 8 ? m : 8, w, flip);
 }
 
 // One vector of a later pass, from legs `js` floats apart to legs `ks` floats apart.
@@ -267,21 +267,27 @@ void last_pass(const fft_pass& pass, const Layout& l, const float* in, float* ou
 
 // ---- The passes of one length ----
 
-inline void first(const fft_pass& pass, const blocks<v8>& l, const float* in, float* out, int flip) {
-    first_pass<8>(pass, l, in, out, flip);
+// Samples from `used` on are zero, and not read from the next whole leg on.
+inline void first(const fft_pass& pass, const blocks<v8>& l, const float* in, int used, float* out,
+                  int flip) {
+    if (used <= 2 * pass.m) return first_pass<8, 2>(pass, l, in, out, flip);
+    if (used <= 4 * pass.m) return first_pass<8, 4>(pass, l, in, out, flip);
+    first_pass<8, 8>(pass, l, in, out, flip);
 }
-inline void first(const fft_pass& pass, const blocks<v4>& l, const float* in, float* out, int flip) {
-    first_pass<4>(pass, l, in, out, flip);
+inline void first(const fft_pass& pass, const blocks<v4>& l, const float* in, int used, float* out,
+                  int flip) {
+    if (used <= 2 * pass.m) return first_pass<4, 2>(pass, l, in, out, flip);
+    first_pass<4, 4>(pass, l, in, out, flip);
 }
-inline void first(const fft_pass& pass, const planes& l, const float* in, float* out, int flip) {
+inline void first(const fft_pass& pass, const planes& l, const float* in, int, float* out, int flip) {
     switch (pass.radix) {
-    case 2: return first_pass<2>(pass, l, in, out, flip);
-    case 3: return first_pass<3>(pass, l, in, out, flip);
-    case 5: return first_pass<5>(pass, l, in, out, flip);
-    case 9: return first_pass<9>(pass, l, in, out, flip);
-    case 10: return first_pass<10>(pass, l, in, out, flip);
-    case 15: return first_pass<15>(pass, l, in, out, flip);
-    default: return first_pass<0>(pass, l, in, out, flip);
+    case 2: return first_pass<2, 2>(pass, l, in, out, flip);
+    case 3: return first_pass<3, 3>(pass, l, in, out, flip);
+    case 5: return first_pass<5, 5>(pass, l, in, out, flip);
+    case 9: return first_pass<9, 9>(pass, l, in, out, flip);
+    case 10: return first_pass<10, 10>(pass, l, in, out, flip);
+    case 15: return first_pass<15, 15>(pass, l, in, out, flip);
+    default: return first_pass<0, 0>(pass, l, in, out, flip);
     }
 }
 
@@ -315,10 +321,10 @@ void last(const fft_pass& pass, const Layout& l, const float* in, float* out, in
 }
 
 template <class Layout>
-void run_passes(const fft_schedule& schedule, const Layout& l, const float* in, float* out, int flip,
-                float* from, float* to) {
+void run_passes(const fft_schedule& schedule, const Layout& l, const float* in, int used, float* out,
+                int flip, float* from, float* to) {
     const fft_pass* pass = schedule.passes;
-    first(*pass++, l, in, from, flip);
+    first(*pass++, l, in, used, from, flip);
     for (int i = 2; i < schedule.count; i++) {
         middle(*pass++, l, from, to);
         float* t = from;
@@ -328,7 +334,8 @@ void run_passes(const fft_schedule& schedule, const Layout& l, const float* in, 
     last(*pass, l, from, out, flip);
 }
 
-inline void run(const fft_schedule& schedule, const float* in, float* out, bool positive, float* work) {
+inline void run(const fft_schedule& schedule, const float* in, int used, float* out, bool positive,
+                float* work) {
     const int n = schedule.n, flip = positive ? -0x7fffffff - 1 : 0;
     float* other = work + fft_half_work(n);
     // The result's place serves between the passes too, when vectors lie well there: the less memory the
@@ -340,10 +347,75 @@ inline void run(const fft_schedule& schedule, const float* in, float* out, bool 
         in = other;
     }
     switch (schedule.layout) {
-    case fft_layout::blocks_of_8: return run_passes(schedule, blocks<v8>{}, in, out, flip, work, spare);
-    case fft_layout::blocks_of_4: return run_passes(schedule, blocks<v4>{}, in, out, flip, work, spare);
+    case fft_layout::blocks_of_8: return run_passes(schedule, blocks<v8>{}, in, used, out, flip, work, spare);
+    case fft_layout::blocks_of_4: return run_passes(schedule, blocks<v4>{}, in, used, out, flip, work, spare);
     case fft_layout::planes:
-        return run_passes(schedule, planes{n + planes::lanes}, in, out, flip, work, other);
+        return run_passes(schedule, planes{n + planes::lanes}, in, used, out, flip, work, other);
+    }
+}
+
+// ---- Eight columns at once ----
+
+// As the middle passes, but from and to rows of interleaved samples.
+template <int R>
+void first_of_columns(const fft_pass& pass, const float* in, long row, float* out, int flip) {
+    using fly = butterfly<R>;
+    const int radix = fly::radix(pass), m = pass.m;
+    const long leg = row * m;
+    const float* w = pass.twiddles;
+    for (int p = 0; p < m; p++, in += row, out += 16 * radix, w += 2 * (radix - 1)) {
+        cv<v8> x[fly::capacity];
+#pragma GCC unroll 16
+        for (int j = 0; j < radix; j++) x[j] = load_interleaved(in + j * leg, flip);
+        fly::run(x, pass);
+#pragma GCC unroll 16
+        for (int k = 0; k < radix; k++) {
+            if (k > 0) x[k] = times(x[k], w[2 * k - 2], w[2 * k - 1]);
+            store_split(blocks<v8>{}, out + 16 * k, x[k], 8);
+        }
+    }
+}
+
+template <int R> void last_of_columns(const fft_pass& pass, const float* in, float* out, long row, int flip) {
+    using fly = butterfly<R>;
+    const int radix = fly::radix(pass), rows = pass.s / 8;
+    const long js = 2L * pass.s, leg = row * rows;
+    for (int q = 0; q < rows; q++, in += 16, out += row) {
+        cv<v8> x[fly::capacity];
+#pragma GCC unroll 16
+        for (int j = 0; j < radix; j++) x[j] = load_split(blocks<v8>{}, in + j * js);
+        fly::run(x, pass);
+#pragma GCC unroll 16
+        for (int k = 0; k < radix; k++) store_interleaved(blocks<v8>{}, out + k * leg, x[k], 8, flip);
+    }
+}
+
+inline void run_columns(const fft_schedule& schedule, float* a, long row, bool positive, float* work) {
+    const int flip = positive ? -0x7fffffff - 1 : 0;
+    float *from = work, *to = work + fft_half_work(schedule.n);
+    const fft_pass* pass = schedule.passes;
+    switch (pass->radix) {
+    case 2: first_of_columns<2>(*pass, a, row, from, flip); break;
+    case 3: first_of_columns<3>(*pass, a, row, from, flip); break;
+    case 4: first_of_columns<4>(*pass, a, row, from, flip); break;
+    case 5: first_of_columns<5>(*pass, a, row, from, flip); break;
+    case 8: first_of_columns<8>(*pass, a, row, from, flip); break;
+    default: first_of_columns<0>(*pass, a, row, from, flip); break;
+    }
+    for (int i = 2; i < schedule.count; i++) {
+        middle(*++pass, blocks<v8>{}, from, to);
+        float* t = from;
+        from = to;
+        to = t;
+    }
+    switch ((++pass)->radix) {
+    case 1: last_of_columns<1>(*pass, from, a, row, flip); break;
+    case 2: last_of_columns<2>(*pass, from, a, row, flip); break;
+    case 3: last_of_columns<3>(*pass, from, a, row, flip); break;
+    case 4: last_of_columns<4>(*pass, from, a, row, flip); break;
+    case 5: last_of_columns<5>(*pass, from, a, row, flip); break;
+    case 8: last_of_columns<8>(*pass, from, a, row, flip); break;
+    default: last_of_columns<0>(*pass, from, a, row, flip); break;
     }
 }
 

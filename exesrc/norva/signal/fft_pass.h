@@ -52,10 +52,20 @@ constexpr long fft_work(int n) {
 }
 
 // Transforms interleaved samples from `in` to `out`, which may be the same; exponent sign - or, with
-// positive, +.
-using fft_runner = void (*)(const fft_schedule& schedule, const float* in, float* out, bool positive,
-                            float* work);
-void fft_run_avx2(const fft_schedule& schedule, const float* in, float* out, bool positive, float* work);
-void fft_run_base(const fft_schedule& schedule, const float* in, float* out, bool positive, float* work);
+// positive, +. The samples from `used` on are known to be zero.
+using fft_runner = void (*)(const fft_schedule& schedule, const float* in, int used, float* out,
+                            bool positive, float* work);
+void fft_run_avx2(const fft_schedule& schedule, const float* in, int used, float* out, bool positive,
+                  float* work);
+void fft_run_base(const fft_schedule& schedule, const float* in, int used, float* out, bool positive,
+                  float* work);
+
+// Transforms eight neighbouring columns of interleaved samples, rows `row` floats apart, in place. The
+// schedule is one for columns: eight of them make one run, so that its first pass has s = 8 and n is eight
+// times the column's length.
+using fft_column_runner = void (*)(const fft_schedule& schedule, float* a, long row, bool positive,
+                                   float* work);
+void fft_columns_avx2(const fft_schedule& schedule, float* a, long row, bool positive, float* work);
+void fft_columns_base(const fft_schedule& schedule, float* a, long row, bool positive, float* work);
 
 } // namespace norva

@@ -1,8 +1,7 @@
 // Plans: the choice of the passes of a length, their tables, and the lengths that have no short passes.
 #include "fft_plan.h"
 
-#include "zuvsys/stop.h"
-
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <bit>
@@ -37,9 +36,11 @@ double work_of(int radix) {
 }
 
 // The cheapest way from groups of `rest` samples to single ones.
+enum class fft_kind { line, columns };
 class route_search {
 public:
-    route_search(int n, fft_layout layout) : n_(n), layout_(layout), lanes_(fft_lanes(layout)) {}
+    route_search(int n, fft_kind kind, fft_layout layout)
+        : n_(n), kind_(kind), layout_(layout), lanes_(fft_lanes(layout)) {}
     std::vector<int> radices() { // empty when there is no way
         std::vector<int> route;
         for (int rest = n_; rest > 1; rest /= route.back()) {
@@ -67,25 +68,30 @@ private:
     }
     bool allowed(int radix, int rest) const {
         const bool first = rest == n_, last = rest == radix;
-        if (layout_ != fft_layout::planes) {
+        if (kind_ == fft_kind::columns) {
+            if ((first || last) && radix >= 6 && radix != 8 && own(radix)) return false;
+        } else if (layout_ != fft_layout::planes) {
             // Whole vectors from the first pass on.
             if (first) return radix == lanes_;
         } else if (first && (radix == 4 || radix == 6 || radix == 8)) {
             return false;
         }
         if (last && (radix == 6 || radix == 10 || radix == 15)) return false;
-        for (const radix_cost& c : own_radices) {
-            if (c.radix == radix) return true;
-        }
+        if (own(radix)) return true;
         for (int f = 2; f * f <= radix; f++) {
             if (radix % f == 0) return false;
         }
         return true; // an odd prime
     }
+    static bool own(int radix) {
+        return std::any_of(own_radices.begin(), own_radices.end(), [=](auto& c) { return c.radix == radix; });
+    }
     double pass_work(int radix, int rest) const {
         constexpr double a_pass = 50, a_group = 15; // calls and loops
         const int m = rest / radix, s = n_ / rest;
         const double work = work_of(radix);
+        if (kind_ == fft_kind::columns)
+            return m * (s * work + a_group) + n_ * 10; // the cache is passed through
         if (s == 1) return a_pass + vectors(m, 8) * (work + (radix < lanes_ ? 25 : 12) * radix);
         const double group =
             vectors(s, lanes_) * (work + (s < lanes_ ? 20 * radix : 0)) + (s > lanes_ ? a_group : 0);
@@ -94,6 +100,7 @@ private:
     static int vectors(int count, int lanes) { return (count + lanes - 1) / lanes; }
 
     int n_;
+    fft_kind kind_;
     fft_layout layout_;
     int lanes_;
     std::map<int, step> known_;
@@ -159,18 +166,20 @@ private:
     std::size_t written_ = 0;
 };
 
-void lay_passes(fft_plan& plan, const std::vector<int>& radices, fft_layout layout) {
+void lay_passes(fft_plan& plan, const std::vector<int>& radices, fft_kind kind, fft_layout layout) {
+    const int run = kind == fft_kind::columns ? fft_lanes(layout) : 1; // eight columns side by side
     int rest = plan.n;
     for (int radix : radices) {
-        plan.passes.push_back({radix, rest / radix, plan.n / rest, nullptr, nullptr});
+        plan.passes.push_back({radix, rest / radix, run * (plan.n / rest), nullptr, nullptr});
         rest /= radix;
     }
     // One pass alone: a second one only brings the samples back to their place.
-    if (radices.size() == 1) plan.passes.push_back({1, 1, plan.n, nullptr, nullptr});
-    plan.schedule = {plan.n, layout, static_cast<int>(plan.passes.size()), plan.passes.data()};
+    if (radices.size() == 1) plan.passes.push_back({1, 1, run * plan.n, nullptr, nullptr});
+    plan.schedule = {run * plan.n, layout, static_cast<int>(plan.passes.size()), plan.passes.data()};
 
     auto fill_all = [&](table_writer writer) {
-        for (fft_pass& pass : plan.passes) writer.fill(pass, &pass == &plan.passes[0]);
+        for (fft_pass& pass : plan.passes)
+            writer.fill(pass, kind == fft_kind::line && &pass == &plan.passes[0]);
         return writer.written();
     };
     const std::size_t size = fill_all(table_writer(nullptr));
@@ -205,7 +214,7 @@ void lay_convolution(fft_plan& plan) {
             b[2 * at + 1] = -w.s / static_cast<float>(m);
         }
     }
-    transform(*plan.inner, b, b, -1);
+    transform(*plan.inner, b, m, b, -1);
 }
 
 thread_local aligned_buffer convolution_work;
@@ -222,13 +231,13 @@ void convolve(const fft_plan& plan, const float* in, float* out, int sign) {
         x[k + 1] = xr * c[k + 1] + xi * c[k];
     }
     std::memset(x + 2 * n, 0, 2 * sizeof(float) * (m - n));
-    transform(*plan.inner, x, x, -1);
+    transform(*plan.inner, x, n, x, -1);
     for (int k = 0; k < 2 * m; k += 2) {
         const float xr = x[k], xi = x[k + 1];
         x[k] = xr * b[k] - xi * b[k + 1];
         x[k + 1] = xr * b[k + 1] + xi * b[k];
     }
-    transform(*plan.inner, x, x, +1);
+    transform(*plan.inner, x, m, x, +1);
     for (int k = 0; k < 2 * n; k += 2) {
         out[k + re] = x[k] * c[k] - x[k + 1] * c[k + 1];
         out[k + im] = x[k] * c[k + 1] + x[k + 1] * c[k];
@@ -237,23 +246,32 @@ void convolve(const fft_plan& plan, const float* in, float* out, int sign) {
 
 // ---- Plans ----
 
-fft_runner runner_of_this_machine() {
+struct machine {
+    fft_runner line = fft_run_base;
+    fft_column_runner columns = fft_columns_base;
+    machine() {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) return fft_run_avx2;
+        if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
+            line = fft_run_avx2;
+            columns = fft_columns_avx2;
+        }
 #endif
-    return fft_run_base;
+    }
+};
+const machine& this_machine() {
+    static const machine found;
+    return found;
 }
 
-std::unique_ptr<fft_plan> make_plan(int n) {
+std::unique_ptr<fft_plan> make_plan(int n, fft_kind kind) {
     auto plan = std::make_unique<fft_plan>();
     plan->n = n;
-    plan->run = runner_of_this_machine();
-    const fft_layout layout = layout_for(n);
-    std::vector<int> radices = route_search(n, layout).radices();
+    const fft_layout layout = kind == fft_kind::columns ? fft_layout::blocks_of_8 : layout_for(n);
+    std::vector<int> radices = route_search(n, kind, layout).radices();
     if (radices.empty())
         lay_convolution(*plan);
     else
-        lay_passes(*plan, radices, layout);
+        lay_passes(*plan, radices, kind, layout);
     return plan;
 }
 
@@ -263,13 +281,17 @@ using plan_slot = std::atomic<const fft_plan*>;
 constexpr int longest_by_length = 16384;
 std::array<plan_slot, longest_by_length + 1> plans_by_length;
 std::array<plan_slot, 31> plans_by_log;
+std::array<plan_slot, longest_column + 1> column_plans;
 
-const fft_plan& find_or_make(plan_slot* slot, int n) {
+const fft_plan& find_or_make(plan_slot* slot, int n, fft_kind kind) {
+    if (slot) {
+        if (const fft_plan* plan = slot->load(std::memory_order_acquire)) return *plan;
+    }
     static std::recursive_mutex lock;
-    static std::map<int, std::unique_ptr<fft_plan>> kept;
+    static std::map<std::pair<int, fft_kind>, std::unique_ptr<fft_plan>> kept;
     std::lock_guard guard(lock);
-    std::unique_ptr<fft_plan>& plan = kept[n];
-    if (!plan) plan = make_plan(n);
+    std::unique_ptr<fft_plan>& plan = kept[{n, kind}];
+    if (!plan) plan = make_plan(n, kind);
     if (slot) slot->store(plan.get(), std::memory_order_release);
     return *plan;
 }
@@ -286,21 +308,51 @@ const fft_plan& plan_for(int n) {
         slot = &plans_by_length[n];
     else if (std::has_single_bit(static_cast<unsigned>(n)))
         slot = &plans_by_log[std::countr_zero(static_cast<unsigned>(n))];
-    if (const fft_plan* plan = slot ? slot->load(std::memory_order_acquire) : nullptr) return *plan;
-    return find_or_make(slot, n);
+    return find_or_make(slot, n, fft_kind::line);
 }
 
-void transform(const fft_plan& plan, const float* in, float* out, int sign) {
+const fft_plan& column_plan_for(int n) {
+    return find_or_make(&column_plans[n], n, fft_kind::columns);
+}
+
+void transform(const fft_plan& plan, const float* in, int used, float* out, int sign) {
     if (plan.inner) return convolve(plan, in, out, sign);
     if (plan.n <= longest_on_stack) {
         alignas(64) float work[fft_work(longest_on_stack)];
-        return plan.run(plan.schedule, in, out, sign > 0, work);
+        return this_machine().line(plan.schedule, in, used, out, sign > 0, work);
     }
-    plan.run(plan.schedule, in, out, sign > 0, pass_work.make_room(fft_work(plan.n)));
+    this_machine().line(plan.schedule, in, used, out, sign > 0, pass_work.make_room(fft_work(plan.n)));
 }
 
 void transform(float* a, int n, int sign) {
-    if (n > 1) transform(plan_for(n), a, a, sign);
+    if (n > 1) transform(plan_for(n), a, n, a, sign);
+}
+
+void transform_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign) {
+    if (n < 2) return;
+    const fft_plan& plan = column_plan_for(n);
+    static thread_local aligned_buffer work, gathered;
+    const int together = plan.inner ? 1 : 8;
+    for (int c = first; c < last; c += together) {
+        const int count = std::min(together, last - c);
+        float* at = a + 2 * static_cast<std::ptrdiff_t>(c);
+        if (count == 8) {
+            this_machine().columns(plan.schedule, at, row, sign > 0, work.make_room(fft_work(8 * n)));
+            continue;
+        }
+        // Too few for a vector, or one by one: gathered, with zeros beside them.
+        float* g = gathered.make_room(2 * static_cast<std::size_t>(together) * n);
+        for (int j = 0; j < n; j++) {
+            std::memcpy(g + 2 * together * j, at + j * row, 2 * sizeof(float) * count);
+            std::memset(g + 2 * together * j + 2 * count, 0, 2 * sizeof(float) * (together - count));
+        }
+        if (plan.inner)
+            transform(plan, g, n, g, sign);
+        else
+            this_machine().columns(plan.schedule, g, 16, sign > 0, work.make_room(fft_work(8 * n)));
+        for (int j = 0; j < n; j++)
+            std::memcpy(at + j * row, g + 2 * together * j, 2 * sizeof(float) * count);
+    }
 }
 
 } // namespace norva

@@ -2,9 +2,10 @@
 // How the transform of one length is done: its passes with their tables, or a convolution over a longer
 // transform.
 
-#include "aligned_buffer.h"
 #include "fft_pass.h"
+#include "signal/aligned_buffer.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace norva {
@@ -12,7 +13,6 @@ namespace norva {
 struct fft_plan {
     int n = 0;
     fft_schedule schedule{};
-    fft_runner run = nullptr;
     std::vector<fft_pass> passes; // the schedule points to them
     aligned_buffer tables;
 
@@ -26,10 +26,19 @@ struct fft_plan {
 // The plan of a length, n >= 2: made at the first call, kept for the life of the program. Any thread.
 const fft_plan& plan_for(int n);
 
+// The plan for eight columns at once, 2 <= n <= longest_column.
+constexpr int longest_column = 8192;
+const fft_plan& column_plan_for(int n);
+
 // Transform of n complex samples by the exponent sign of `sign`, unscaled, in place. n < 2 does nothing.
 void transform(float* a, int n, int sign);
 
-// The same with the plan in hand, from one array to another, or in place.
-void transform(const fft_plan& plan, const float* in, float* out, int sign);
+// The same with the plan in hand, from one array of n samples to another, or in place; samples from `used` on
+// must be zero.
+void transform(const fft_plan& plan, const float* in, int used, float* out, int sign);
+
+// Transforms the columns first..last-1 of n rows of interleaved samples, `row` floats apart, in place. Which
+// columns are taken together makes no difference to the result.
+void transform_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign);
 
 } // namespace norva

@@ -18,6 +18,10 @@ constexpr int FFT2D_MAX_NY = 8192;    // longest column of fft2d
 // length up to 10000. "STOP IN GFFT" for another sign or a longer mixed length. n < 1 does nothing.
 void gfft(float* a, int n, int is);
 
+// The same from one array of n samples to another, where the samples of `in` are zero from sample `used` on,
+// counted from 0. Faster the more there are of them. The stops of gfft.
+void gfft_padded(const float* in, int used, float* out, int n, int is);
+
 // In place, n a power of two, else "STOP IN CFFT". key >= 0 is exponent sign +, key < 0 is -.
 void cfft(float* a, int n, int key);
 
