@@ -52,6 +52,14 @@ TEST_F(doppler_test, opens_empty_and_waits_for_initialize) {
     EXPECT_FALSE(rec.visible(top()));
     EXPECT_EQ(steps(), (std::vector<int>{0, 29, 30, 29, 30, 1}));
 
+    // Profiles can be formed behind a closed window, by the record's parameters.
+    parameters(8, 2, 5);
+    xdp_cb(nullptr, -1);
+    EXPECT_EQ(user.dp_ni, 8);
+    EXPECT_EQ(user.dp_nc, 12);
+    EXPECT_TRUE(strongest_doppler_gate(gate));
+    EXPECT_FALSE(rec.visible(top()));
+
     // With a peak editor and a help library there are two buttons more.
     xdp_reset_for_tests();
     static int mode;

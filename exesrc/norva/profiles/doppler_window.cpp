@@ -56,7 +56,7 @@ static void load_fields() {
 }
 
 void doppler_take_fields() {
-    if (win.window) {
+    if (dpwinon && win.window) { // what a hidden window shows may be older than the record
         user.dp_ni = typed(win.wdw);
         user.dp_ip = typed(win.ifact);
         user.dp_lag = typed(win.lag);
