@@ -31,6 +31,7 @@ void msgwin_init() {
     wi_mk_button(wi_form_parent(mw.fm, 34, 78, 66, 95), "ACKNOWLEDGE", 0, msgwin_cb, 0);
     wi_size(mw.fm, 350, 140);
     wi_position(mw.fm, 300, 300);
+    the_port().keep_above(getparenthandle(mw.fm));
 }
 
 void msgwin_cb(wi_obj*, int) {

@@ -33,6 +33,7 @@ void progress_init() {
     wi_mk_label(pw.split, "", 0);
     wi_size(pw.fm, 200, 50);
     wi_position(pw.fm, 400, 400);
+    the_port().keep_above(getparenthandle(pw.fm));
 }
 
 static void hide() {

@@ -41,6 +41,7 @@ void quitwin_init() {
     }
     wi_size(quitwin, 320, 60);
     wi_position(quitwin, 500, 500);
+    the_port().keep_above(getparenthandle(quitwin));
 }
 
 bool quit_window_up() {

@@ -29,6 +29,7 @@ static void build_dialog() {
     wi_zuvapp_quit(dialog.window, 1, "Cancel", dialog_cb, 0);
     wi_size(dialog.window, 320, 70);
     wi_position(dialog.window, 300, 300);
+    the_port().keep_above(getparenthandle(dialog.window));
 }
 
 void rawin_init(wi_obj*, int on) {

@@ -229,6 +229,7 @@ void plotwin_init() {
     wi_zuvapp_quit(fm, 1, "DISMISS", plotwin_cb, DISMISS);
     wi_size(fm, 260, 270);
     wi_position(fm, 690, 410);
+    the_port().keep_above(getparenthandle(fm));
     set_deltas(pw.client->kind);
 }
 

@@ -46,6 +46,7 @@ struct control {
     std::string text; // as given: a widget may show it shortened
     int style = 0;
     bool shown = false;
+    bool above = false;     // a top window that stays above the one that is active when it is shown
     port_rect place;        // of a child, as given to move
     port_size told;         // of a top window: the last size given to on_size
     bool size_due = false;  // a top window's size changed by the user or the window manager
@@ -76,6 +77,7 @@ public:
     void show(port_win win, bool on) override;
     bool shown(port_win win) override;
     void raise(port_win win) override;
+    void keep_above(port_win win) override;
     void focus(port_win win) override;
     void enable(port_win win, bool on) override;
     void read_only(port_win win, bool on) override;

@@ -14,6 +14,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 
 namespace norva {
 
@@ -240,6 +241,15 @@ port_rect qt_port::window_rect(port_win win) {
     return {scaled(at.x(), ratio()), scaled(at.y(), ratio()), size.w, size.h};
 }
 
+// Tells the window manager that `small` belongs to the window the user is working in.
+static void stay_above_active(QWidget* small) {
+    QWidget* active = QApplication::activeWindow();
+    if (!active || active == small) return;
+    small->winId(); // makes the window handle
+    active->winId();
+    small->windowHandle()->setTransientParent(active->windowHandle());
+}
+
 void qt_port::show(port_win win, bool on) {
     control* c = find(win);
     if (!c) return;
@@ -250,7 +260,15 @@ void qt_port::show(port_win win, bool on) {
         c = find(win);
         if (!c) return;
     }
+    if (on && c->above) stay_above_active(c->widget);
     c->widget->setVisible(on);
+}
+
+void qt_port::keep_above(port_win win) {
+    control* c = find(win, port_kind::top);
+    if (!c) return;
+    c->above = true;
+    c->widget->setWindowFlag(Qt::Dialog); // only dialogs are told to window managers as belonging to another
 }
 
 bool qt_port::shown(port_win win) {

@@ -153,6 +153,9 @@ public:
     virtual void show(port_win, bool on) = 0;
     virtual bool shown(port_win) = 0;
     virtual void raise(port_win) = 0; // top window to the front, and active
+    // From its next showing on, a small top window (a message, a question) stays above the one that is active
+    // then, so that it cannot get lost behind it.
+    virtual void keep_above(port_win) {}
     virtual void focus(port_win) = 0;
     virtual void enable(port_win, bool on) = 0; // a control that is off is grey and takes no input
     virtual void read_only(port_win, bool on) = 0;
