@@ -74,6 +74,8 @@ TEST_F(pictures, of_every_window) {
     click("Cancel");
     click("Rmv Drift");
     take("NORVA: range profile", "range_drift_removed");
+    click("Center");
+    press(at(-20, 1), Qt::LeftButton);
     click("DISMISS");
     while (rpwinon && click("DISMISS")) {
     }
