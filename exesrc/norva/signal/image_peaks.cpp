@@ -4,8 +4,11 @@
 #include "signal/peak.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace norva {
 namespace {
@@ -54,6 +57,118 @@ void peaks(const float* a, int nx, int ny, int npm, float amn, int* lp, int* np)
     *np = list.used();
 }
 
+namespace {
+
+// Kernels with the taps that every refinement uses, whatever imgint was called with before.
+const image_kernel& kernel_for(int n, image_kernel& kept) {
+    if (kept.n != n) kept = make_image_kernel(n, IMGINT_TAPS);
+    return kept;
+}
+
+struct peak_position {
+    float x, y, power;
+};
+
+// The surroundings of a peak as an image of its own, so that the taps of all steps find their samples side by
+// side.
+class surroundings {
+public:
+    // Reach of the taps about a place that moves by less than two samples.
+    surroundings(const float* c, int nx, int ny, int ix, int iy)
+        : kx_(kernel_for(nx, kept_x_)), ky_(kernel_for(ny, kept_y_)), x0_(ix - kx_.m - 3),
+          y0_(iy - ky_.m - 3), width_(2 * kx_.m + 6), height_(2 * ky_.m + 6),
+          samples_(2 * static_cast<std::size_t>(width_) * height_) {
+        for (int j = 0; j < height_; j++) {
+            const float* row = c + 2 * static_cast<std::size_t>(wrap(y0_ + j, ny)) * nx;
+            float* to = samples_.data() + 2 * static_cast<std::size_t>(j) * width_;
+            for (int i = 0, run = 0; i < width_; i += run) {
+                const int from = wrap(x0_ + i, nx);
+                run = std::min(width_ - i, nx - from);
+                std::copy_n(row + 2 * static_cast<std::ptrdiff_t>(from), 2 * run, to + 2 * i);
+            }
+        }
+    }
+    // Begins at (x, y).
+    void start(float x, float y) {
+        at_ = {x, y, 0};
+        place(kx_, x, x0_, tx_[1]);
+        place(ky_, y, y0_, ty_[1]);
+    }
+    // Moves to the best of nine places d apart; the taps of the middle ones are those found the last time.
+    peak_position step(float d) {
+        for (int i : {0, 2}) {
+            place(kx_, at_.x + static_cast<float>(i - 1) * d, x0_, tx_[i]);
+            place(ky_, at_.y + static_cast<float>(i - 1) * d, y0_, ty_[i]);
+        }
+        std::array<std::array<float, 3>, 3> power; // [i][j]: column, row
+        for (int i = 0; i < 3; i++) power[i] = powers_of_column(tx_[i]);
+        int best_i = 1, best_j = 1;
+        at_.power = 0;
+        for (int j = 0; j < 3; j++) {
+            for (int i = 0; i < 3; i++) {
+                if (power[i][j] > at_.power) at_.power = power[i][j], best_i = i, best_j = j;
+            }
+        }
+        at_.x += static_cast<float>(best_i - 1) * d;
+        at_.y += static_cast<float>(best_j - 1) * d;
+        if (best_i != 1) std::swap(tx_[1], tx_[best_i]);
+        if (best_j != 1) std::swap(ty_[1], ty_[best_j]);
+        return at_;
+    }
+
+private:
+    static int wrap(int k, int n) {
+        k %= n;
+        return k < 0 ? k + n : k;
+    }
+    static void place(const image_kernel& kernel, float position, int origin, image_taps& taps) {
+        place_taps(kernel, position, taps);
+        taps.first -= origin;
+    }
+
+    // Powers at one x and the three y. When the taps of these lie at the same places, as they do but for a
+    // step across a sample, the sum along a row serves all three.
+    std::array<float, 3> powers_of_column(const image_taps& tx) const {
+        const auto& [before, here, behind] = ty_;
+        two_samples first = {}, second = {}, third = {};
+        if (here.same_places(before) && here.same_places(behind)) {
+            for (int tap = 0; tap < here.count; tap++) {
+                const two_samples sum = sum_of_row(tx, here, tap);
+                first += sum * before.w[2 * tap];
+                second += sum * here.w[2 * tap];
+                third += sum * behind.w[2 * tap];
+            }
+        } else {
+            for (int tap = 0; tap < here.count; tap++) {
+                first += sum_of_row(tx, before, tap) * before.w[2 * tap];
+                second += sum_of_row(tx, here, tap) * here.w[2 * tap];
+                third += sum_of_row(tx, behind, tap) * behind.w[2 * tap];
+            }
+        }
+        return {power(first), power(second), power(third)};
+    }
+    two_samples sum_of_row(const image_taps& tx, const image_taps& ty, int tap) const {
+        const int away = ty.distance(tap), from = tx.begin(away), to = tx.end(away);
+        const std::ptrdiff_t row = static_cast<std::ptrdiff_t>(ty.first + tap) * width_;
+        return sum_run(&samples_[2 * (row + tx.first + from)], &tx.w[2 * from], to - from);
+    }
+    static float power(two_samples v) {
+        const float re = v[0] + v[2], im = v[1] + v[3];
+        return re * re + im * im;
+    }
+
+    static thread_local image_kernel kept_x_, kept_y_;
+    const image_kernel &kx_, &ky_;
+    int x0_, y0_; // sample of the image, from 0, that comes first here
+    int width_, height_;
+    std::vector<float> samples_;
+    peak_position at_;
+    std::array<image_taps, 3> tx_, ty_; // of the places before, at and behind it
+};
+thread_local image_kernel surroundings::kept_x_, surroundings::kept_y_;
+
+} // namespace
+
 void pk2dpos(const float* c, int nx, int ny, int k0, int ni, float* xp, float* yp, float* ap) {
     *xp = *yp = *ap = 0;
     if (nx < 1 || ny < 1) return;
@@ -76,24 +191,16 @@ void pk2dpos(const float* c, int nx, int ny, int k0, int ni, float* xp, float* y
         ix = bx, iy = by;
     }
 
-    *xp = static_cast<float>(ix);
-    *yp = static_cast<float>(iy);
-    const image_kernel kx = make_image_kernel(nx, IMGINT_TAPS), ky = make_image_kernel(ny, IMGINT_TAPS);
-    float d = 0.5F;
-    for (int step = 0; step < ni; step++, d *= 0.5F) {
-        const float x0 = *xp, y0 = *yp;
-        pmx = 0;
-        for (int j = -1; j <= 1; j++) {
-            for (int i = -1; i <= 1; i++) {
-                const float x = x0 + static_cast<float>(i) * d, y = y0 + static_cast<float>(j) * d;
-                float v[2];
-                interpolate_image(c, kx, ky, x, y, v);
-                const float p = v[0] * v[0] + v[1] * v[1];
-                if (p > pmx) pmx = p, *xp = x, *yp = y;
-            }
-        }
+    peak_position at = {static_cast<float>(ix), static_cast<float>(iy), pmx};
+    if (ni > 0) {
+        surroundings near(c, nx, ny, ix - 1, iy - 1);
+        near.start(at.x, at.y);
+        float d = 0.5F;
+        for (int step = 0; step < ni; step++, d *= 0.5F) at = near.step(d);
     }
-    *ap = std::sqrt(pmx);
+    *xp = at.x;
+    *yp = at.y;
+    *ap = std::sqrt(at.power);
 }
 
 } // namespace norva

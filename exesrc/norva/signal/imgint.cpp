@@ -10,9 +10,6 @@
 namespace norva {
 namespace {
 
-// Products of integer distances above this leave a tap out: the corners of the square contribute little.
-constexpr int far_product = 40;
-
 int wrap(int k, int n) {
     k %= n;
     return k < 0 ? k + n : k;
@@ -34,44 +31,64 @@ image_kernel make_image_kernel(int n, int nt) {
     return k;
 }
 
-// C = sum over X = IXP-MX .. IXP+MX-2, Y likewise, of RX(|XP-X|) RY(|YP-Y|) A(X, Y), both wrapped.
-void interpolate_image(const float* a, const image_kernel& kx, const image_kernel& ky, float x0, float y0,
-                       float* c) {
-    const float xp = x0 - 1, yp = y0 - 1;
-    if (!(std::fabs(xp) < 1e9F && std::fabs(yp) < 1e9F)) {
-        c[0] = c[1] = std::numeric_limits<float>::quiet_NaN();
-        return;
-    }
-    const int x1 = static_cast<int>(xp) - kx.m, y1 = static_cast<int>(yp) - ky.m;
-    float cr = 0, ci = 0;
-    int iy = wrap(y1, ky.n);
-    for (int j = 0; j < 2 * ky.m - 1; j++) {
-        const float ay = std::fabs(yp - static_cast<float>(y1 + j)), gy = rint(ky.table.data(), ay);
-        const float* row = a + 2 * static_cast<std::size_t>(iy) * kx.n;
-        int ix = wrap(x1, kx.n);
-        for (int i = 0; i < 2 * kx.m - 1; i++) {
-            const float ax = std::fabs(xp - static_cast<float>(x1 + i));
-            if (static_cast<int>(ax) * static_cast<int>(ay) <= far_product) {
-                const float g = gy * rint(kx.table.data(), ax);
-                cr += g * row[2 * ix];
-                ci += g * row[2 * ix + 1];
-            }
-            if (++ix == kx.n) ix = 0;
+// Taps XP-M..XP+M-2 about the integer part of the position: the window that the kernel is defined with. All
+// taps on one side lie the same part of a sample beyond their whole distance, so that they read the table at
+// the same phase.
+void place_taps(const image_kernel& kernel, float position, image_taps& taps) {
+    const float xp = position - 1;
+    const auto ixp = static_cast<int>(xp);
+    const float part = xp - static_cast<float>(ixp); // below 0 for a position before the first sample
+    taps.first = ixp - kernel.m;
+    taps.count = std::max(0, 2 * kernel.m - 1);
+    taps.centre = part < 0 ? kernel.m - 1 : kernel.m;
+    taps.gap = part == 0 ? 0 : 1;
+    auto weigh = [&](int from, int to, float beyond) { // taps from..to-1
+        const float h = beyond * TABLE_PER_SAMPLE;
+        const auto phase = static_cast<int>(h);
+        const float rest = h - static_cast<float>(phase);
+        for (int k = from; k < to; k++) {
+            const float* entry = &kernel.table[phase + TABLE_PER_SAMPLE * taps.distance(k)];
+            taps.w[2 * k] = taps.w[2 * k + 1] = (1 - rest) * entry[0] + rest * entry[1];
         }
-        if (++iy == ky.n) iy = 0;
+    };
+    const int right = std::min(taps.centre + 1, taps.count);
+    weigh(0, right, part < 0 ? 1 + part : part);
+    weigh(right, taps.count, part > 0 ? 1 - part : -part);
+}
+
+void sum_taps(const float* a, int nx, int ny, const image_taps& x, const image_taps& y, float* c) {
+    two_samples total = {0, 0, 0, 0};
+    const int ix0 = wrap(x.first, nx);
+    int iy = wrap(y.first, ny);
+    for (int j = 0; j < y.count; j++) {
+        const float* row = a + 2 * static_cast<std::size_t>(iy) * nx;
+        // Fewer taps than samples: the row ends once at most.
+        const int low = x.begin(y.distance(j)), high = x.end(y.distance(j));
+        const int end = std::clamp(nx - ix0, low, high);
+        two_samples sum = sum_run(row + 2 * (ix0 + low), &x.w[2 * low], end - low);
+        if (end < high) sum += sum_run(row + 2 * (ix0 + end - nx), &x.w[2 * end], high - end);
+        total += sum * y.w[2 * j];
+        if (++iy == ny) iy = 0;
     }
-    c[0] = cr;
-    c[1] = ci;
+    c[0] = total[0] + total[2];
+    c[1] = total[1] + total[3];
 }
 
 void imgint(const float* a, int nx, int ny, float x0, float y0, int nt, float* c) {
     c[0] = c[1] = 0;
     if (nx < 1 || ny < 1) return;
+    if (!(std::fabs(x0) < 1e9F && std::fabs(y0) < 1e9F)) {
+        c[0] = c[1] = std::numeric_limits<float>::quiet_NaN();
+        return;
+    }
     // Kept by length alone: the first taps of a length hold until the length changes.
     static thread_local image_kernel kx, ky;
     if (kx.n != nx) kx = make_image_kernel(nx, nt);
     if (ky.n != ny) ky = make_image_kernel(ny, nt);
-    interpolate_image(a, kx, ky, x0, y0, c);
+    static thread_local image_taps tx, ty;
+    place_taps(kx, x0, tx);
+    place_taps(ky, y0, ty);
+    sum_taps(a, nx, ny, tx, ty, c);
 }
 
 } // namespace norva
