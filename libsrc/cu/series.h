@@ -1,20 +1,16 @@
 #pragma once
-// What all types of series files have in common: opening, header, times, services. A type T tells what
-// differs:
+// What all types of series files have in common: opening, header, times, services. A type T is a struct that
+// tells what differs, as spl_type in spl.cpp:
 //
-//   struct iq_type {
-//       using file = _iqfile;                             // _zuvfile with hd and elembuf
-//       using head = _iqheader;
-//       static constexpr int code = FILETYPE_IQ;
-//       static constexpr int headsize = 144;              // bytes on disk
-//       static constexpr bool stored_time = false;        // each element begins with its time, or t0 + n /
-//       prf static constexpr header_field<head> fields[] = {...}; static int check(const file&, const head&);
-//       // 1, or why the header cannot be that of this file static void convert(const file&,
-//       std::span<std::byte> element); // by the routines of setmcvt static int items(const file&); // items
-//       in an element static constexpr zuvservice service = iq_service; // this header's own, under the
-//       type's name static constexpr zuvkwservice keywords = iq_keyword_service; static inline int status =
-//       ZUV_OK;                // last status of the type
-//   };
+//   file, head           its records: a _zuvfile with hd and elembuf, and what hd is
+//   code, headsize       type code; bytes of the typed header on disk
+//   stored_time          each element begins with its time; else element n lies at t0 + n / prf
+//   fields               the header (series_head.h)
+//   check(file, head)    1, or why the header cannot be that of this file
+//   convert(file, elem)  converts an element by the routines that setmcvt installed
+//   items(file)          items in an element
+//   service, keywords    the type's services under their own names
+//   status               the last status of the type
 
 #include "fileio/filefind.h"
 #include "fileio/ufile.h"

@@ -214,7 +214,8 @@ TEST(fit, data_must_determine_every_piece) {
         {{0.1, 0.2, 0.3, 0.4, 1.5, 2.5}, true},  // basis 4 lives on 1..3, basis 5 on 2..3
         {{0.1, 0.2, 0.3, 0.4, 0.5, 2.5}, false}, // nothing for basis 4 but what basis 5 needs
         {{0.1, 0.2, 0.3, 0.4, 1.5, 1.6}, false}, // nothing on 2..3
-        {{0, 0.1, 0.2, 0.3, 1, 3}, false},       // basis 4 is 0 at its first knot
+        {{0, 0.1, 0.2, 0.3, 1, 2.5}, false},     // basis 4 is 0 at its first knot
+        {{0, 0.1, 0.2, 0.3, 1.1, 2.5}, true},
         {{0.1, 1.1, 1.2, 1.3, 2.1, 2.9}, true},
         {{1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 2.5}, false}, // basis 0 lives on 0..1
         {{0, 0.5, 1, 2, 3}, false},

@@ -249,6 +249,8 @@ TEST(spl, on_file_evaluates_as_in_memory) {
     for (int i = 0; i < 300; i++)
         same_at(memory->t0 + span * (static_cast<double>(random() % 1200) / 1000 - 0.1));
     for (std::size_t i = 40; i-- > 0;) same_at(pieces[i].first); // at each breakpoint, backwards
+    for (double t : {-51.0, memory->t1 - 1e-6, memory->t1, memory->t1 + 1, memory->t1 - 1e-6, -51.0})
+        same_at(t);
     for (const espl_ptr& refused :
          {espl_mult(file.get(), 2), espl_plus(file.get(), 2), espl_diff(file.get()),
           espl_integrate(file.get(), 0), espl_copy(file.get()), espl_add(file.get(), memory.get())})
@@ -258,6 +260,25 @@ TEST(spl, on_file_evaluates_as_in_memory) {
     EXPECT_EQ(espl_write(file.get(), dir.file("b.spl"), "", "", "", "", 0), ZUV_BAD_ARGUMENT);
     EXPECT_EQ(espl(file.get(), std::numeric_limits<double>::quiet_NaN(), 0), 0);
     EXPECT_EQ(espl_error(), ZUV_BAD_ARGUMENT);
+}
+
+// A file that is cut while it is open: a failed evaluation leaves no mixture of two pieces in hand.
+TEST(spl, a_read_that_fails_is_told_each_time) {
+    temp_dir dir;
+    const std::string whole = spl_image{}.bytes();
+    write_all(dir.file("f"), whole);
+    splfile_ptr p = openspl(dir.file("f"), "Old", 0);
+    const espl_ptr e = espl_init_with_file(p.get(), ESPL_FILE);
+    ASSERT_TRUE(e);
+    EXPECT_EQ(espl(e.get(), 5, 0), 4.25 - 2 * 3);
+    std::filesystem::resize_file(dir.file("f"), whole.size() - 256 - 100); // the first element is left
+    for (double t : {-5.0, 0.0, 5.0, 9.0}) {
+        EXPECT_EQ(espl(e.get(), t, 0), 0);
+        EXPECT_NE(espl_error(), 1) << t;
+    }
+    write_all(dir.file("f"), whole);
+    EXPECT_EQ(espl(e.get(), 0, 0), 1.75);
+    EXPECT_EQ(espl_error(), 1);
 }
 
 TEST(spl, a_file_that_grows_is_seen_after_a_rehash) {
