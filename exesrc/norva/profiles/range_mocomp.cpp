@@ -35,9 +35,9 @@ std::string correction_refused(int tag) {
     return "";
 }
 
-// A drift of `rate` microseconds per record, moved to when the samples were taken: rngcor for a straight line,
-// T - (T/2 + TS) T' with T' = rate/TR. All higher derivatives are zero, and differences that only hold rounding
-// would be blown up by TS/TR.
+// A drift of `rate` microseconds per record, moved to when the samples were taken: rngcor for a straight
+// line, T - (T/2 + TS) T' with T' = rate/TR. All higher derivatives are zero, and differences that only hold
+// rounding would be blown up by TS/TR.
 static void refined_drift(jbuf<double>& t, double rate) {
     double fact1, fact2;
     rngcor_get(user.wfri, user.bw, cfreq(user.f0, user.df, user.nf), gp.plen, &fact1, &fact2);
