@@ -63,10 +63,12 @@ sp_item_source pks_items(_zuvfile* file, const fileparams& parms) {
     if (*refused) return sp_no_items(refused);
     const auto slot = static_cast<std::size_t>(parms.islot > 0 ? parms.islot - 1 : 0);
     const std::size_t pair = 8 + 8 * slot, flag = 8 + 8 * static_cast<std::size_t>(npks) + slot;
-    std::vector<std::byte> element(static_cast<std::size_t>(u_elemsize(file)));
-    if (flag >= element.size()) return sp_no_items("Internal problem reading PKS file.");
+    const auto size = static_cast<std::size_t>(u_elemsize(file));
+    if (flag >= size) return sp_no_items("Internal problem reading PKS file.");
     const double metres = -0.5 * u_kwget_d(file, "xlam"); // a second, for each Hz
-    return {1, [=, datatype = parms.datatype](std::span<double> value) mutable {
+    return {1, [=, datatype = parms.datatype,
+                element = std::vector<std::byte>()](std::span<double> value) mutable {
+                element.resize(size); // not before an element is known to be there
                 if (u_getelem(file, element) != ZUV_OK) return false;
                 switch (datatype) {
                 case SP_DT_LOC: value[0] = float_at(element, pair); break;
