@@ -2,6 +2,7 @@
 #include "trelva/eval.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace norva {
 
@@ -13,9 +14,10 @@ bool is_zero(double divisor) {
 }
 
 bool any_zero(std::span<const double> divisors) {
-    bool any = false; // no early end, so that the loop runs on whole vectors
-    for (double divisor : divisors) any |= is_zero(divisor);
-    return any;
+    // Counted to the end, in integers as wide as a double, so that the loop runs on whole vectors.
+    std::int64_t zeros = 0;
+    for (double divisor : divisors) zeros += is_zero(divisor) ? 1 : 0;
+    return zeros > 0;
 }
 
 std::size_t result_length(const sp_value& val1, const sp_value& val2) {
