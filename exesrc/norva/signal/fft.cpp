@@ -1,8 +1,8 @@
 // The transform family: lengths, signs, strides and stops. The transform itself is in fft_plan.cpp.
 #include "signal/fft.h"
 
+#include "fft_grid.h"
 #include "fft_plan.h"
-#include "signal/parallel.h"
 #include "signal/vector.h"
 #include "zuvsys/stop.h"
 
@@ -21,9 +21,6 @@ bool power_of_two(int n) {
 void check_mixed(int n, int sign) {
     if (std::abs(sign) > 1 || (sign != 0 && n > GFFT_MAX_MIXED && !power_of_two(n))) stop("STOP IN GFFT");
 }
-
-// A loop over lines goes to other threads in chunks that are worth waking them.
-constexpr int samples_of_a_chunk = 16384;
 
 } // namespace
 
@@ -85,22 +82,16 @@ void fourt(float* datar, float* datai, const int* nn, int ndim, int ifrwd, int i
     }
 }
 
-void fft2d(float* a, int nx, int ny, int isx, int isy) {
+void check_grid(int nx, int ny, int isx, int isy) {
     if (ny > FFT2D_MAX_NY) stop("STOP IN FFT2D");
-    if (nx < 1 || ny < 1) return;
     check_mixed(nx, isx);
     check_mixed(ny, isy);
-    const std::ptrdiff_t row = 2 * static_cast<std::ptrdiff_t>(nx);
-    if (isx != 0) {
-        parallel_chunks(ny, 1 + samples_of_a_chunk / nx, [&](int first, int last) {
-            for (int j = first; j < last; j++) transform(a + j * row, nx, isx);
-        });
-    }
-    if (isy != 0) {
-        const int chunk = (1 + samples_of_a_chunk / ny + 7) / 8 * 8; // whole vectors of columns
-        parallel_chunks(nx, chunk,
-                        [&](int first, int last) { transform_columns(a, row, ny, first, last, isy); });
-    }
+}
+
+void fft2d(float* a, int nx, int ny, int isx, int isy) {
+    check_grid(nx, ny, isx, isy);
+    if (isx != 0) transform_rows(a, nx, ny, isx);
+    if (isy != 0) transform_columns(a, nx, ny, 0, nx, isy);
 }
 
 void transf(const float* a, int n, int idc, float* c, int kss) {

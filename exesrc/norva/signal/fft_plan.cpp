@@ -328,7 +328,7 @@ void transform(float* a, int n, int sign) {
     if (n > 1) transform(plan_for(n), a, n, a, sign);
 }
 
-void transform_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign) {
+void transform_adjacent_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign) {
     if (n < 2) return;
     const fft_plan& plan = column_plan_for(n);
     static thread_local aligned_buffer work, gathered;

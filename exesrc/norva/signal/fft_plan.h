@@ -39,6 +39,6 @@ void transform(const fft_plan& plan, const float* in, int used, float* out, int 
 
 // Transforms the columns first..last-1 of n rows of interleaved samples, `row` floats apart, in place. Which
 // columns are taken together makes no difference to the result.
-void transform_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign);
+void transform_adjacent_columns(float* a, std::ptrdiff_t row, int n, int first, int last, int sign);
 
 } // namespace norva

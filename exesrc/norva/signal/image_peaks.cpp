@@ -41,17 +41,23 @@ private:
 
 void peaks(const float* a, int nx, int ny, int npm, float amn, int* lp, int* np) {
     falling_list list(a, lp, std::max(npm, 0));
+    std::vector<int> top(std::max(nx, 0)); // of the row at hand: greater than all eight neighbours
     for (int j = 0; j < ny; j++) {
         const float* row = a + static_cast<std::size_t>(j) * nx;
         const float* below = a + static_cast<std::size_t>(j == 0 ? ny - 1 : j - 1) * nx;
         const float* above = a + static_cast<std::size_t>(j == ny - 1 ? 0 : j + 1) * nx;
-        for (int i = 0; i < nx; i++) {
+        auto is_top = [=](int i, int left, int right) {
             const float aa = row[i];
-            if (!(aa > amn)) continue;
-            const int left = i == 0 ? nx - 1 : i - 1, right = i == nx - 1 ? 0 : i + 1;
-            if (aa > row[left] && aa > row[right] && aa > below[i] && aa > above[i] && aa > below[left] &&
-                aa > below[right] && aa > above[left] && aa > above[right])
-                list.enter(j * nx + i + 1);
+            return (aa > amn) & (aa > row[left]) & (aa > row[right]) & (aa > below[i]) & (aa > above[i]) &
+                   (aa > below[left]) & (aa > below[right]) & (aa > above[left]) & (aa > above[right]);
+        };
+        // Without branches between the columns at the edge, so that several samples are compared at once.
+        for (int i = 1; i < nx - 1; i++) top[i] = is_top(i, i - 1, i + 1);
+        for (int i : {0, nx - 1}) {
+            if (nx > 0) top[i] = is_top(i, i == 0 ? nx - 1 : i - 1, i == nx - 1 ? 0 : i + 1);
+        }
+        for (int i = 0; i < nx; i++) {
+            if (top[i]) list.enter(j * nx + i + 1);
         }
     }
     *np = list.used();

@@ -1,7 +1,7 @@
 // Changing the size of a data set through its transform.
 #include "signal/resize.h"
 
-#include "signal/fft.h"
+#include "fft_grid.h"
 #include "zuvsys/stop.h"
 
 #include <algorithm>
@@ -45,19 +45,27 @@ void decimate(float* a, int nf, int nt, int mf, int mt) {
     if (mf > nf || mt > nt || mf <= 0 || mt <= 0) stop("STOP IN DECIMATE");
     if (mf == nf && mt == nt) return;
     const int isf = mf == nf ? 0 : 1, ist = mt == nt ? 0 : 1;
-    const int mf2 = (mf + 1) / 2, mt2 = (mt + 1) / 2;
-    fft2d(a, nf, nt, isf, ist);
-    for (int j = 0; j < mt; j++) {
-        const float* from = a + 2 * static_cast<std::ptrdiff_t>(j < mt2 ? j : nt - mt + j) * nf;
-        float* to = a + 2 * static_cast<std::ptrdiff_t>(j) * mf;
-        std::memmove(to, from, mf2 * sample);
-        std::memmove(to + 2 * static_cast<std::ptrdiff_t>(mf2),
-                     from + 2 * static_cast<std::ptrdiff_t>(nf - (mf - mf2)), (mf - mf2) * sample);
+    check_grid(nf, nt, isf, ist);
+    check_grid(mf, mt, isf, ist);
+    // The low frequencies lie at both ends of a row, and of a column; what is cut off need not be transformed
+    // along the other direction.
+    const int head = (mf + 1) / 2, tail = mf - head, early = (mt + 1) / 2;
+    if (isf) transform_rows(a, nf, nt, isf);
+    if (ist) {
+        transform_columns(a, nf, nt, 0, head, ist);
+        transform_columns(a, nf, nt, nf - tail, nf, ist);
     }
+    // Packed from the front: no sample is overwritten before it is read.
     const auto scale = static_cast<float>(1.0 / (static_cast<double>(nf) * nt));
-    const std::size_t words = 2 * static_cast<std::size_t>(mf) * mt;
-    for (std::size_t k = 0; k < words; k++) a[k] *= scale;
-    fft2d(a, mf, mt, -isf, -ist);
+    for (int j = 0; j < mt; j++) {
+        const float* from = a + 2 * static_cast<std::ptrdiff_t>(j < early ? j : nt - mt + j) * nf;
+        float* to = a + 2 * static_cast<std::ptrdiff_t>(j) * mf;
+        for (int i = 0; i < 2 * head; i++) to[i] = from[i] * scale;
+        from += 2 * static_cast<std::ptrdiff_t>(nf - mf);
+        for (int i = 2 * head; i < 2 * mf; i++) to[i] = from[i] * scale;
+    }
+    if (isf) transform_rows(a, mf, mt, -isf);
+    if (ist) transform_columns(a, mf, mt, 0, mf, -ist);
 }
 
 } // namespace norva
