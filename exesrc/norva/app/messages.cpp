@@ -2,6 +2,7 @@
 #include "app/messages.h"
 
 #include "app/message_text.h"
+#include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/run.h"
 #include "toolkit/toolkit.h"
@@ -38,6 +39,7 @@ void msgwin_cb(wi_obj*, int) {
     wi_off(mw.fm);
     msgwinon = 0;
     xrp_refresh_controls();
+    xdp_refresh_controls();
 }
 
 void msgwin_show(const std::string& text) {
@@ -46,6 +48,7 @@ void msgwin_show(const std::string& text) {
     wi_size(mw.fm, 450, std::max(mw.text.lines * 5 + 140, units_for(mw.text.lines)));
     msgwinon = 1;
     xrp_refresh_controls();
+    xdp_refresh_controls();
     wi_on(mw.fm);
 }
 
