@@ -1,6 +1,7 @@
 // The application of delays, their correction and the transpositions, against closed forms.
 #include "mocomp/mocomp.h"
 #include "mocomp/trnpos.h"
+#include "phase.h"
 #include "signal/parallel.h"
 #include "support/reference.h"
 
@@ -92,6 +93,23 @@ TEST(mocomp, same_bits_with_any_number_of_threads) {
     mocomp(many.data(), 300, 1000, 9000, 1.5F, 0.9F, d.data());
     parallel_limit(before);
     EXPECT_EQ(0, std::memcmp(one.data(), many.data(), one.size() * sizeof(float)));
+}
+
+TEST(mocomp, same_bits_on_every_processor) {
+    if (!__builtin_cpu_supports("avx2")) GTEST_SKIP() << "one kind of code only";
+    for (int nf : {1, 8, 13, 300}) {
+        std::vector<double> tables(5 * 304);
+        for (int i = 0; i < nf; i++) {
+            for (int k = 0; k < 5; k++) tables[k * 304 + i] = 1.7 * k + std::sin(0.3 * i * (k + 1));
+        }
+        const double* t = tables.data();
+        const phase_tables record = {nf, t + 4 * 304, {t, t + 304, t + 2 * 304, t + 3 * 304}};
+        const double delays[] = {0.1, -20.5, 300.25, 1e6};
+        std::vector<float> one = noise(2 * nf, nf), other = one;
+        turn_record_avx2(record, delays, one.data());
+        turn_record_base(record, delays, other.data());
+        EXPECT_EQ(one, other) << nf;
+    }
 }
 
 TEST(mocomp_stops, limits) {

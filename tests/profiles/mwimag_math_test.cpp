@@ -79,13 +79,13 @@ TEST(mwimag, scatterers_stand_where_the_axes_say) {
 
 TEST(mwimag, tracks_follow_the_motion_on_one_scale) {
     const int nf = 128, nt = 200, nti = 32, lag = 8;
-    std::vector<float> q = scene(nf, nt, nti, -1, 1, {{0, 4, 1, 0.05}});
+    std::vector<float> q = scene(nf, nt, nti, -1, 1, {{0, 4, 1, 0.02}});
     for (std::size_t k = 0; k < q.size() / 2; k++) q[k] *= 0.5F; // the first half of the run is weaker
     result r = images(q, nf, nt, nti, lag, -1, 1, 2, 2, 1);
     ASSERT_EQ(r.nto, (nt - nti) / lag + 1);
     for (int i = 0; i < r.nto; i++) {
         const double middle = i * lag + 0.5 * (nti - 1);
-        EXPECT_NEAR(r.yp[i], 4 + 0.05 * (middle - nt / 2), 0.1) << i;
+        EXPECT_NEAR(r.yp[i], 4 + 0.02 * (middle - nt / 2), 0.1) << i;
     }
     EXPECT_NEAR(r.ap[0], 0.5, 0.02);
     EXPECT_EQ(*std::max_element(r.ap.begin(), r.ap.end()), 1);

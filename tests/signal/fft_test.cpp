@@ -1,10 +1,12 @@
 // The transforms against direct sums in double precision.
+#include "fft_plan.h"
 #include "signal/fft.h"
 #include "signal/parallel.h"
 #include "support/reference.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <cstring>
@@ -122,6 +124,39 @@ TEST(fft, impulse_and_tone_are_exact_in_place_and_scale) {
             gfft(a.data(), n, sign);
             EXPECT_NEAR(a[2 * m], n, 1e-5 * n) << n;
             EXPECT_LT(std::hypot(a[2 * m + 2], a[2 * m + 3]), 1e-5 * n) << n;
+        }
+    }
+}
+
+TEST(fft, zeros_behind_the_samples) {
+    for (int n : {5, 60, 64, 300, 375, 400, 1024, 2048, 4000, 4093}) {
+        for (int used : {1, n / 8, n / 4, n / 4 + 1, n / 3, n / 2, n - 1, n}) {
+            std::vector<float> in = noise(2 * n, n), out(2 * n, 7.0F);
+            std::fill(in.begin() + 2 * used, in.end(), 0.0F);
+            gfft_padded(in.data(), used, out.data(), n, +1);
+            std::vector<float> whole = in;
+            gfft(whole.data(), n, +1);
+            for (int k = 0; k < 2 * n; k++) ASSERT_NEAR(out[k], whole[k], 2e-7 * n) << n << " " << used;
+        }
+    }
+}
+
+TEST(fft, every_processor) {
+    // The code for processors without AVX2 is not chosen on a machine that has it.
+    for (int n : {2, 7, 12, 20, 60, 64, 100, 225, 300, 300 * 7, 1001, 1024, 1080, 3600}) {
+        const fft_plan &plan = plan_for(n), &columns = column_plan_for(n);
+        std::vector<float> x = noise(2 * n, n), out(2 * n);
+        spectrum sums = direct_transform(x.data(), n);
+        for (int sign : {+1, -1}) {
+            aligned_buffer work(fft_work(n)), column_work(fft_work(8 * n));
+            fft_run_base(plan.schedule, x.data(), n, out.data(), sign > 0, work.data());
+            EXPECT_LT(error_ratio(out.data(), sums, sign), 1) << n;
+            std::vector<float> grid(16 * n, 1.0F);
+            for (int k = 0; k < n; k++)
+                std::copy_n(&x[2 * k], 2, &grid[16 * k + 10]); // the sixth of eight columns
+            fft_columns_base(columns.schedule, grid.data(), 16, sign > 0, column_work.data());
+            for (int k = 0; k < n; k++) std::copy_n(&grid[16 * k + 10], 2, &out[2 * k]);
+            EXPECT_LT(error_ratio(out.data(), sums, sign), 1) << n;
         }
     }
 }
