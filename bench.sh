@@ -1,0 +1,10 @@
+#!/bin/sh
+# Measures the numeric kernels beside their anchors, and the script language beside plain loops. Arguments go to the
+# benchmark programs, for example
+#   ./bench.sh --benchmark_filter=fft
+set -e
+cd "$(dirname "$0")"
+cmake --preset bench
+cmake --build --preset bench --target norva_bench trelva_bench
+build/bench/bench/norva_bench --benchmark_counters_tabular=true "$@"
+build/bench/bench/trelva_bench "$@"
