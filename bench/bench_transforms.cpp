@@ -19,7 +19,7 @@ void fft(benchmark::State& state) {
     floats a(2 * n), b(2 * n);
     fftw plan(n, 1, -1, a.data());
     contest c;
-    constexpr int between = 8;
+    constexpr int between = 16;
     c.runs = std::max(1, 50000 / n / between) * between;
     c.anchor = [&] {
         for (int k = 0; k < c.runs; k++) {

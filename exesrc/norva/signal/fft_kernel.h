@@ -174,7 +174,8 @@ template <int R, int L, class Layout>
 // From interleaved samples; vectors run over the groups. When there are fewer than eight, as many samples
 // must be readable behind the last.
 template <int R, int L, class Layout>
-void first_pass(const fft_pass& pass, const Layout& l, const float* in, float* out, int flip) {
+[[gnu::always_inline]] inline void first_pass(const fft_pass& pass, const Layout& l, const float* in,
+                                              float* out, int flip) {
     const int m = pass.m, radix = butterfly<R, L>::radix(pass);
     const float* w = pass.twiddles;
     int p = 0;
@@ -218,7 +219,8 @@ template <int R, bool Rotate, class Layout>
 }
 
 template <int R, class Layout>
-void middle_pass(const fft_pass& pass, const Layout& l, const float* in, float* out) {
+[[gnu::always_inline]] inline void middle_pass(const fft_pass& pass, const Layout& l, const float* in,
+                                               float* out) {
     const int radix = butterfly<R>::radix(pass), m = pass.m;
     const float* w = pass.twiddles;
     const int next = 2 * (radix - 1);
@@ -254,7 +256,8 @@ template <int R, class Layout>
 }
 
 template <int R, class Layout>
-void last_pass(const fft_pass& pass, const Layout& l, const float* in, float* out, int flip) {
+[[gnu::always_inline]] inline void last_pass(const fft_pass& pass, const Layout& l, const float* in,
+                                             float* out, int flip) {
     constexpr int lanes = Layout::lanes;
     const int s = pass.s;
     int q = 0;
@@ -334,6 +337,21 @@ void run_passes(const fft_schedule& schedule, const Layout& l, const float* in, 
     last(*pass, l, from, out, flip);
 }
 
+// A short length: all strides are known when this is compiled.
+template <int Route>
+[[gnu::noinline]] void run_short(const fft_schedule& schedule, const float* in, float* out, int flip,
+                                 float* work, float* spare) {
+    constexpr blocks<v8> l;
+    constexpr fft_short_route r = fft_short_routes[Route];
+    const fft_pass* pass = schedule.passes;
+    const fft_pass first = {r.first, r.second * r.third, 1, pass[0].twiddles, nullptr};
+    const fft_pass second = {r.second, r.third, r.first, pass[1].twiddles, nullptr};
+    const fft_pass third = {r.third, 1, r.first * r.second, nullptr, nullptr};
+    first_pass<r.first, r.first>(first, l, in, work, flip);
+    if (r.second > 1) middle_pass<r.second>(second, l, work, spare);
+    last_pass<r.third>(third, l, r.second > 1 ? spare : work, out, flip);
+}
+
 inline void run(const fft_schedule& schedule, const float* in, int used, float* out, bool positive,
                 float* work) {
     const int n = schedule.n, flip = positive ? -0x7fffffff - 1 : 0;
@@ -345,6 +363,13 @@ inline void run(const fft_schedule& schedule, const float* in, int used, float* 
         __builtin_memcpy(other, in, 2 * sizeof(float) * n);
         __builtin_memset(other + 2 * n, 0, 16 * sizeof(float));
         in = other;
+    }
+    if (used == n) {
+        switch (schedule.short_route) {
+        case 0: return run_short<0>(schedule, in, out, flip, work, spare);
+        case 1: return run_short<1>(schedule, in, out, flip, work, spare);
+        case 2: return run_short<2>(schedule, in, out, flip, work, spare);
+        }
     }
     switch (schedule.layout) {
     case fft_layout::blocks_of_8: return run_passes(schedule, blocks<v8>{}, in, used, out, flip, work, spare);

@@ -34,11 +34,19 @@ constexpr int fft_lane(int t) {
 
 constexpr int fft_longest_odd = 64;
 
+// Short lengths with code of their own, in blocks of 8; second is 1 where two passes do.
+struct fft_short_route {
+    int first, second, third;
+    constexpr int n() const { return first * second * third; }
+};
+constexpr fft_short_route fft_short_routes[] = {{8, 1, 8}, {8, 4, 4}, {8, 8, 4}};
+
 // All passes of one length.
 struct fft_schedule {
     int n;
     fft_layout layout;
-    int count; // at least 2
+    int short_route; // place in fft_short_routes, or -1
+    int count;       // at least 2
     const fft_pass* passes;
 };
 

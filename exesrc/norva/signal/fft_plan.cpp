@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -106,6 +107,16 @@ private:
     std::map<int, step> known_;
 };
 
+int short_route_of(int n) {
+    for (std::size_t k = 0; k < std::size(fft_short_routes); k++) {
+        if (fft_short_routes[k].n() == n) return static_cast<int>(k);
+    }
+    return -1;
+}
+std::vector<int> radices_of(const fft_short_route& r) {
+    return r.second > 1 ? std::vector<int>{r.first, r.second, r.third} : std::vector<int>{r.first, r.third};
+}
+
 fft_layout layout_for(int n) {
     for (fft_layout layout : {fft_layout::blocks_of_8, fft_layout::blocks_of_4}) {
         const int lanes = fft_lanes(layout);
@@ -175,7 +186,7 @@ void lay_passes(fft_plan& plan, const std::vector<int>& radices, fft_kind kind, 
     }
     // One pass alone: a second one only brings the samples back to their place.
     if (radices.size() == 1) plan.passes.push_back({1, 1, run * plan.n, nullptr, nullptr});
-    plan.schedule = {run * plan.n, layout, static_cast<int>(plan.passes.size()), plan.passes.data()};
+    plan.schedule = {run * plan.n, layout, -1, static_cast<int>(plan.passes.size()), plan.passes.data()};
 
     auto fill_all = [&](table_writer writer) {
         for (fft_pass& pass : plan.passes)
@@ -246,32 +257,31 @@ void convolve(const fft_plan& plan, const float* in, float* out, int sign) {
 
 // ---- Plans ----
 
-struct machine {
-    fft_runner line = fft_run_base;
-    fft_column_runner columns = fft_columns_base;
-    machine() {
+// The code for this processor.
+void choose_runners(fft_plan& plan) {
+    plan.run = fft_run_base;
+    plan.run_columns = fft_columns_base;
 #if defined(__x86_64__)
-        if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
-            line = fft_run_avx2;
-            columns = fft_columns_avx2;
-        }
-#endif
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
+        plan.run = fft_run_avx2;
+        plan.run_columns = fft_columns_avx2;
     }
-};
-const machine& this_machine() {
-    static const machine found;
-    return found;
+#endif
 }
 
 std::unique_ptr<fft_plan> make_plan(int n, fft_kind kind) {
     auto plan = std::make_unique<fft_plan>();
     plan->n = n;
+    choose_runners(*plan);
     const fft_layout layout = kind == fft_kind::columns ? fft_layout::blocks_of_8 : layout_for(n);
-    std::vector<int> radices = route_search(n, kind, layout).radices();
+    const int short_route = kind == fft_kind::line ? short_route_of(n) : -1;
+    std::vector<int> radices = short_route >= 0 ? radices_of(fft_short_routes[short_route])
+                                                : route_search(n, kind, layout).radices();
     if (radices.empty())
         lay_convolution(*plan);
     else
         lay_passes(*plan, radices, kind, layout);
+    plan->schedule.short_route = short_route;
     return plan;
 }
 
@@ -319,9 +329,9 @@ void transform(const fft_plan& plan, const float* in, int used, float* out, int 
     if (plan.inner) return convolve(plan, in, out, sign);
     if (plan.n <= longest_on_stack) {
         alignas(64) float work[fft_work(longest_on_stack)];
-        return this_machine().line(plan.schedule, in, used, out, sign > 0, work);
+        return plan.run(plan.schedule, in, used, out, sign > 0, work);
     }
-    this_machine().line(plan.schedule, in, used, out, sign > 0, pass_work.make_room(fft_work(plan.n)));
+    plan.run(plan.schedule, in, used, out, sign > 0, pass_work.make_room(fft_work(plan.n)));
 }
 
 void transform(float* a, int n, int sign) {
@@ -337,7 +347,7 @@ void transform_adjacent_columns(float* a, std::ptrdiff_t row, int n, int first, 
         const int count = std::min(together, last - c);
         float* at = a + 2 * static_cast<std::ptrdiff_t>(c);
         if (count == 8) {
-            this_machine().columns(plan.schedule, at, row, sign > 0, work.make_room(fft_work(8 * n)));
+            plan.run_columns(plan.schedule, at, row, sign > 0, work.make_room(fft_work(8 * n)));
             continue;
         }
         // Too few for a vector, or one by one: gathered, with zeros beside them.
@@ -349,7 +359,7 @@ void transform_adjacent_columns(float* a, std::ptrdiff_t row, int n, int first, 
         if (plan.inner)
             transform(plan, g, n, g, sign);
         else
-            this_machine().columns(plan.schedule, g, 16, sign > 0, work.make_room(fft_work(8 * n)));
+            plan.run_columns(plan.schedule, g, 16, sign > 0, work.make_room(fft_work(8 * n)));
         for (int j = 0; j < n; j++)
             std::memcpy(at + j * row, g + 2 * together * j, 2 * sizeof(float) * count);
     }

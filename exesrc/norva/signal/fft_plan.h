@@ -13,6 +13,8 @@ namespace norva {
 struct fft_plan {
     int n = 0;
     fft_schedule schedule{};
+    fft_runner run = nullptr;
+    fft_column_runner run_columns = nullptr;
     std::vector<fft_pass> passes; // the schedule points to them
     aligned_buffer tables;
 
