@@ -69,12 +69,13 @@ public:
 
     // False when the crew is at work for another thread: the caller then does it alone.
     bool run(job& work) {
+        const bool one = work.places == 1;
         {
             std::lock_guard guard(lock_);
             if (current_) return false;
             current_ = &work;
         }
-        if (work.places == 1)
+        if (one)
             wake_.notify_one();
         else
             wake_.notify_all();
