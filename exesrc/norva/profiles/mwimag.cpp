@@ -82,11 +82,11 @@ float* form_image(const run& r, const float* q, float* image, float* spare) {
 
 void mwimag(const float* q, int nf, int nt, int nti, int lag, int ksx, int ksy, int ifx, int ify, int npk,
             int* nto, float* ap, float* xp, float* yp) {
+    run r{nf, nti, niceno(nti * ifx), niceno(nf * ify), ksx, ksy, false, false, {}};
+    if (2LL * r.nx * r.ny > MWIMAG_MAX_WORDS) stop("STOP IN MWIMAG #1");
     if (npk > MWIMAG_MAX_NPK) stop("STOP IN MWIMAG #2");
     *nto = 0;
     if (nf < 1 || nti < 1 || nti > nt || lag < 1) return;
-    run r{nf, nti, niceno(nti * ifx), niceno(nf * ify), ksx, ksy, false, false, {}};
-    if (2LL * r.nx * r.ny > MWIMAG_MAX_WORDS) stop("STOP IN MWIMAG #1");
     r.turned_x = r.nx % 2 == 0;
     r.turned_y = r.ny % 2 == 0;
     r.weights = window_weights(r);

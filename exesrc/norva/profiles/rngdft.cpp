@@ -16,17 +16,16 @@ namespace {
 
 // Spectrum yy of n values: the sum over the records of the power of the transformed lag products.
 std::vector<float> lag_spectrum(const float* x, int nf, int nt, int lag, int n) {
-    std::vector<float> w(nf), y(2 * static_cast<std::size_t>(n)), yy(n);
+    std::vector<float> w(nf), yy(n), product(2 * static_cast<std::size_t>(n)), y(product.size());
     ham(w.data(), nf);
     for (int j = 0; j < nt - lag; j++) {
         const float* early = x + 2 * static_cast<std::size_t>(j) * nf;
         const float* late = early + 2 * static_cast<std::size_t>(lag) * nf;
-        std::fill(y.begin(), y.end(), 0.0F);
         for (int i = 0; i < 2 * nf; i += 2) {
-            y[i] = w[i / 2] * (late[i] * early[i] + late[i + 1] * early[i + 1]);
-            y[i + 1] = w[i / 2] * (late[i + 1] * early[i] - late[i] * early[i + 1]);
+            product[i] = w[i / 2] * (late[i] * early[i] + late[i + 1] * early[i + 1]);
+            product[i + 1] = w[i / 2] * (late[i + 1] * early[i] - late[i] * early[i + 1]);
         }
-        gfft(y.data(), n, +1);
+        gfft_padded(product.data(), nf, y.data(), n, +1);
         for (int i = 0; i < n; i++) yy[i] += y[2 * i] * y[2 * i] + y[2 * i + 1] * y[2 * i + 1];
     }
     return yy;
