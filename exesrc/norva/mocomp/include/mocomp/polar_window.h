@@ -1,0 +1,26 @@
+#pragma once
+// The window in which the user completes the geometry of a turntable measurement and starts a polar formatted
+// image.
+
+namespace norva {
+
+struct wi_obj;
+
+// What the window asks of the application above it.
+struct polar_calls {
+    void (*open_image)() =
+        nullptr; // forms the image of the chosen window, polar formatted while plr_kw_stat()
+};
+extern polar_calls polar_hooks;
+
+int plr_kw_stat();  // 1 while the window is on
+void plr_kw_init(); // builds the window, once; shows the record
+void plr_kw_on();
+void plr_kw_off();
+void pkw_putvals(); // record to fields; a zero leaves what the field shows
+
+// Handler of the buttons: 0 cancel, 1 image, 3 save the values as keywords of the raw file. 2 shows the
+// fields that the geometry type has.
+void plr_kw_cb(wi_obj* wo, int tag);
+
+} // namespace norva
