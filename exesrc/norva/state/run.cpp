@@ -3,6 +3,7 @@
 
 #include "state/defaults.h"
 #include "state/user.h"
+#include "state/write_out.h"
 
 namespace norva {
 
@@ -28,6 +29,7 @@ void reset_run_state() {
     yx_scale = 1;
     kw_r0 = 0;
     homedir.clear();
+    reduced = {};
     imgwinon = rpwinon = dpwinon = pkswinon = mcwinon = kwinon = msgwinon = procwinon = 0;
 }
 
