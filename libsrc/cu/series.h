@@ -141,6 +141,14 @@ template <class V> void put_at(std::span<std::byte> bytes, std::size_t offset, V
 
 // --- Times
 
+// What holds t0 and prf of an even series: its header, or the open file itself.
+template <class F> const auto& series_clock(const F& p) {
+    if constexpr (requires { p.prf; })
+        return p;
+    else
+        return p.hd;
+}
+
 // Time of an element, without moving the next one.
 template <class T> int series_time(_zuvfile* file, std::int64_t element, double& t) {
     if (!file) return ZUV_NULL_FILE;
@@ -152,8 +160,8 @@ template <class T> int series_time(_zuvfile* file, std::int64_t element, double&
         mcvt_f8(bytes.data());
         t = get_at<double>(bytes, 0);
     } else {
-        const auto& hd = static_cast<typename T::file&>(*file).hd;
-        t = static_cast<double>(element) / hd.prf + hd.t0;
+        const auto& clock = series_clock(static_cast<typename T::file&>(*file));
+        t = static_cast<double>(element) / clock.prf + clock.t0;
     }
     return ZUV_OK;
 }
@@ -168,13 +176,33 @@ template <class T> int series_move(typename T::file& p, double t) {
             if (status != ZUV_OK) return status;
         }
     } else {
-        const double x = (t - p.hd.t0) * p.hd.prf;
+        const auto& clock = series_clock(p);
+        const double x = (t - clock.t0) * clock.prf;
         double nearest = std::round(x);
         if (std::fabs(x - nearest) > 1e-9 * std::max(1.0, std::fabs(x))) nearest = std::ceil(x);
         if (nearest > 0.0)
             element = static_cast<std::int64_t>(std::min(nearest, static_cast<double>(p.nelements)));
     }
     return zuvfileseek(&p, element);
+}
+
+// --- Rows of an even series whose elements are values of one kind
+
+// The next row. A shorter `row` gets what it has room for; room beyond the row is zeroed.
+template <class T, class V> int series_getrow(typename T::file* p, double& tme, std::span<V> row) {
+    const std::int64_t n = p ? p->nextelem : 0;
+    if (int status = series_read<T>(p); status != ZUV_OK) return status;
+    const std::span<const std::byte> element = p->elembuf.span();
+    const std::size_t bytes = std::min(row.size_bytes(), element.size());
+    std::memcpy(row.data(), element.data(), bytes);
+    std::ranges::fill(row.subspan(bytes / sizeof(V)), V{0});
+    return series_status<T>(series_time<T>(p, n, tme));
+}
+
+template <class T, class V> int series_putrow(typename T::file* p, std::span<const V> row) {
+    if (!p) return series_status<T>(ZUV_NULL_FILE);
+    if (std::ssize(std::as_bytes(row)) != p->elemsize) return series_status<T>(ZUV_BAD_ARGUMENT);
+    return series_status<T>(zuvfilewriteblock(p, std::as_bytes(row), 1));
 }
 
 // --- Services

@@ -30,6 +30,11 @@ template <class H> struct header_field {
     const char* keyword = nullptr; // name under which it is served, null for none
 };
 
+// Known when compiled: without it gcc believes that the texts of a header without any are used.
+template <class H> constexpr bool head_has_text = requires(H head) {
+    head.text;
+};
+
 // --- To and from the bytes on file, in this machine's form
 
 void head_put_text(std::span<std::byte> field, const std::string& text);
@@ -51,7 +56,7 @@ H unpack_header(std::span<const header_field<H>> fields, std::span<const std::by
     for (const auto& f : fields) {
         if (f.whole) std::memcpy(&(head.*f.whole), &bytes[f.offset], sizeof(std::int32_t));
         if (f.real) std::memcpy(&(head.*f.real), &bytes[f.offset], sizeof(double));
-        if (f.text) head.*f.text = head_get_text(bytes.subspan(f.offset, f.size));
+        if (head_has_text<H> && f.text) head.*f.text = head_get_text(bytes.subspan(f.offset, f.size));
     }
     return head;
 }
@@ -71,7 +76,7 @@ template <class H> int put_field(const header_field<H>& f, H& head, int opcode, 
         head.*f.whole = arg.i;
     else if (opcode == KWOP_PUT_DBL && f.real)
         head.*f.real = arg.d;
-    else if (opcode == KWOP_PUT_STR && f.text)
+    else if (opcode == KWOP_PUT_STR && head_has_text<H> && f.text)
         head.*f.text = arg.s;
     else
         return -1; // of another type, or a delete
@@ -86,7 +91,7 @@ template <class H> int get_field(const header_field<H>& f, const H& head, int op
         arg.i = head.*f.whole;
     else if (opcode == KWOP_GET_DBL && f.real)
         arg.d = head.*f.real;
-    else if (opcode == KWOP_GET_STR && f.text)
+    else if (opcode == KWOP_GET_STR && head_has_text<H> && f.text)
         arg.s = head.*f.text;
     else
         return -1;

@@ -2,9 +2,12 @@
 #include "open_typed.h"
 
 #include "cu/dop.h"
+#include "cu/img.h"
 #include "cu/iq.h"
+#include "cu/pks.h"
 #include "cu/rea.h"
 #include "cu/spl.h"
+#include "cu/vec.h"
 #include "fileio/gat.h"
 
 namespace norva {
@@ -17,14 +20,16 @@ zuvfile_ptr open_if(const std::string& name, int filetype) {
 
 } // namespace
 
-// A type without a row here is one that the file library does not open.
 zuvfile_ptr sp_open_typed(const std::string& name) {
     switch (zuvfiletype(name)) {
     case FILETYPE_IQ: return openiq(name, "Old");
+    case FILETYPE_PKS: return openpks(name, "Old", 0);
     case FILETYPE_REA: return openrea(name, "Old");
     case FILETYPE_DOP: return opendop(name, "Old", 0);
     case FILETYPE_SPL: return openspl(name, "Old", 0);
     case FILETYPE_GAT: return opengat(name, "Old", 0);
+    case FILETYPE_IMG: return openimg(name, "Old", 0);
+    case FILETYPE_VEC: return openvec(name, "Old", 0);
     default: return nullptr;
     }
 }
