@@ -85,6 +85,23 @@ TEST(rngpro, a_target_stands_where_the_axis_says) {
     }
 }
 
+TEST(rngpro, large_results_are_those_of_small_ones) {
+    // What no longer fits the cache is written past it; even and odd numbers of gates, rows off the vectors'
+    // boundaries.
+    for (auto [nf, nr] : {std::pair(200, 400), {75, 225}}) {
+        const int nt = 1 + (1 << 21) / (2 * nr);
+        const std::size_t row = 2 * static_cast<std::size_t>(nr);
+        std::vector<float> a = noise(2 * nf * nt, nr), b(row * nt), p(row / 2 * nt), b1(row), p1(row / 2);
+        float r1 = 0, dr = 0;
+        rngpro(a.data(), nf, nt, nr, -1, &r1, &dr, b.data(), p.data());
+        for (int j = 0; j < nt; j++) {
+            rngpro(&a[2 * static_cast<std::size_t>(nf) * j], nf, 1, nr, -1, &r1, &dr, b1.data(), p1.data());
+            ASSERT_EQ(0, std::memcmp(&b[row * j], b1.data(), row * sizeof(float))) << nr << " " << j;
+            ASSERT_EQ(0, std::memcmp(&p[row / 2 * j], p1.data(), row / 2 * sizeof(float))) << nr << " " << j;
+        }
+    }
+}
+
 std::vector<int> reported;
 std::thread::id reporting_thread;
 

@@ -3,6 +3,7 @@
 
 #include "phase.h"
 #include "signal/parallel.h"
+#include "signal/processor.h"
 #include "zuvsys/stop.h"
 
 #include <array>
@@ -31,7 +32,7 @@ std::array<double, 4> delays_around(const double* d, int j, int nt) {
 
 phase_runner runner_of_this_machine() {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2")) return turn_record_avx2;
+    if (has_avx2()) return turn_record_avx2;
 #endif
     return turn_record_base;
 }

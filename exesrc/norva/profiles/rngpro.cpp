@@ -42,22 +42,25 @@ void rngpro(const float* a, int nf, int nt, int nr, int is, float* r1, float* dr
     const int used = std::min(nf, nr);
     const std::size_t words = 2 * static_cast<std::size_t>(nr);
     const bool streamed = words * std::max(nt, 0) >= STREAM_FROM;
+    // An odd number of gates is turned on the way out: the last samples come first.
+    const std::size_t ahead = even ? 0 : nr / 2, behind = nr - ahead;
     auto some_records = [&](int first, int last) {
         static thread_local aligned_buffer buffer;
         float *work = buffer.make_room(2 * words), *profile = work + words;
         std::fill(work, work + words, 0.0F);
         for (int j = first; j < last; j++) {
-            prod(2 * used, w.data(), a + 2 * static_cast<std::size_t>(j) * nf, work);
+            const float* record = a + 2 * static_cast<std::size_t>(j) * nf;
+            prod(2 * used, w.data(), record, work);
+            if (j + 1 < last) fetch_ahead(2 * used, record + 2 * static_cast<std::size_t>(nf));
             gfft_padded(work, used, profile, nr, is);
-            if (!even) shaft(profile, 2 * nr, 2 * (nr / 2));
             float *row = b + j * words, *power = p ? p + j * (words / 2) : nullptr;
-            if (streamed) {
-                stream_copy(words, profile, row);
-                if (power) stream_power(words / 2, profile, power);
-            } else {
-                std::copy(profile, profile + words, row);
-                if (power) powrc(nr, profile, power);
-            }
+            auto put = [&](std::size_t n, const float* x, std::size_t at) {
+                if (streamed) return stream_samples(n, x, row + 2 * at, power ? power + at : nullptr);
+                std::copy_n(x, 2 * n, row + 2 * at);
+                if (power) powrc(static_cast<int>(n), x, power + at);
+            };
+            put(ahead, profile + 2 * behind, 0);
+            put(behind, profile, ahead);
         }
         if (streamed) stream_done();
     };

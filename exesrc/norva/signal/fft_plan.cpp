@@ -1,6 +1,8 @@
 // Plans: the choice of the passes of a length, their tables, and the lengths that have no short passes.
 #include "fft_plan.h"
 
+#include "signal/processor.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -262,7 +264,7 @@ void choose_runners(fft_plan& plan) {
     plan.run = fft_run_base;
     plan.run_columns = fft_columns_base;
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
+    if (has_avx2()) {
         plan.run = fft_run_avx2;
         plan.run_columns = fft_columns_avx2;
     }

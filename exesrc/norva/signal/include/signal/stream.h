@@ -9,12 +9,15 @@ namespace norva {
 // A result of this many floats no longer stays in the cache until somebody reads it.
 constexpr std::size_t STREAM_FROM = std::size_t{1} << 21;
 
-void stream_copy(std::size_t n, const float* from, float* to);
+// Copies n interleaved complex samples from x to `to` and, unless p is null, writes their power
+// re*re + im*im, the same bits as powrc, to p. Both results go past the cache, which takes them best side by
+// side.
+void stream_samples(std::size_t n, const float* x, float* to, float* p);
 
-// The power re*re + im*im of n interleaved complex samples, the same bits as powrc.
-void stream_power(std::size_t n, const float* x, float* p);
-
-// Makes what this thread wrote by the routines above visible to the others. To be called before they read it.
+// Makes what this thread wrote by the routine above visible to the others. To be called before they read it.
 void stream_done();
+
+// Asks for n floats that will be read soon, while there is other work to do.
+void fetch_ahead(std::size_t n, const float* p);
 
 } // namespace norva
