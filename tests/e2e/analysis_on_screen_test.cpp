@@ -26,14 +26,7 @@ protected:
     }
 
     // The raw file's field is the first of the main window.
-    static void type_into_first_field(const std::string& text) {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (top->windowTitle() != "NORVA: main") continue;
-            QLineEdit* field = top->findChildren<QLineEdit*>().at(0);
-            field->setText(QString::fromStdString(text));
-            key(field, Qt::Key_Return);
-        }
-    }
+    static void type_into_first_field(const std::string& text) { type("NORVA: main", 0, text); }
 
     static std::vector<float> copy(const jbuf<float>& block) { return {block.begin(), block.end()}; }
 

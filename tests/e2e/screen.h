@@ -4,6 +4,7 @@
 
 #include "app/main_window.h"
 #include "app/start.h"
+#include "doppler_int.h"
 #include "journal/journal.h"
 #include "port_qt/port_qt.h"
 #include "port_qt/testing.h"
@@ -90,22 +91,33 @@ protected:
         QApplication::sendEvent(on, &press);
         turn();
     }
+    // Types into field number `i` of a window and presses return.
+    static void type(const std::string& window, int i, const std::string& text) {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top->windowTitle().toStdString() != window) continue;
+            QLineEdit* field = top->findChildren<QLineEdit*>().at(i);
+            field->setText(QString::fromStdString(text));
+            key(field, Qt::Key_Return);
+        }
+    }
     QWidget* widget(port_win win) { return port_qt_widget(*platform_, win); }
 
-    // The range window's picture.
-    QWidget* plot() { return widget(rp.disp->handle); }
+    // The picture of the profile window that is up, the Doppler window's before the range window's.
+    QWidget* plot() { return widget(dpwinon ? dp.disp->handle : rp.disp->handle); }
     QImage look() {
         turn();
         return plot()->grab().toImage();
     }
     QPoint at(double gates, double seconds) {
-        const _vgdataframe& frame = rp.picture.rp_df;
-        const port_point p = vg_to_pixel(*rp.disp, vg_x_loc(frame, gates), vg_y_loc(frame, seconds));
+        const _vgdataframe& frame = dpwinon ? dp.picture.dp_df : rp.picture.rp_df;
+        const _vgdisplay& disp = dpwinon ? *dp.disp : *rp.disp;
+        const port_point p = vg_to_pixel(disp, vg_x_loc(frame, gates), vg_y_loc(frame, seconds));
         return {p.x, p.y};
     }
     void press(QPoint p, Qt::MouseButton which) {
-        mouse(plot(), QEvent::MouseButtonPress, p, which);
-        mouse(plot(), QEvent::MouseButtonRelease, p, which);
+        QWidget* pressed = plot(); // the press may close its window
+        mouse(pressed, QEvent::MouseButtonPress, p, which);
+        mouse(pressed, QEvent::MouseButtonRelease, p, which);
         turn();
     }
     void hover(QPoint p) {

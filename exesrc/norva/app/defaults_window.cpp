@@ -3,14 +3,18 @@
 
 #include "app/main_window.h"
 #include "state/run.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <array>
+#include <cmath>
+#include <limits>
 
 namespace norva {
 
 constexpr int FIELDS = 36, PER_PAGE = 18;
 constexpr int FIRST_ROW = 2; // rows of the record ahead of the first that has a field
+constexpr double MOST = std::numeric_limits<float>::max();
 
 static struct {
     wi_obj* fm = nullptr;
@@ -53,6 +57,7 @@ void dfltwin_init() {
     wi_mk_button(wi_form_parent(fm, 78, 93, 98, 98.5), "WRITE", 0, dflt_cb, 3);
     wi_size(fm, 400, 400);
     wi_position(fm, 300, 100);
+    norva_reg(fm, "Defaults");
 }
 
 static void show_page() {
@@ -76,7 +81,11 @@ static void fill() {
 }
 
 static void take_fields() {
-    for (int i = 0; i < FIELDS; i++) def.*row_of(i).field = static_cast<float>(wi_numfld_getval(dw.field[i]));
+    // What is no number of the file's form keeps the value that was in force.
+    for (int i = 0; i < FIELDS; i++) {
+        const double typed = wi_numfld_getval(dw.field[i]);
+        if (std::fabs(typed) <= MOST) def.*row_of(i).field = static_cast<float>(typed);
+    }
     def.fname = wi_filesel_getstr(dw.file);
     def.fltr = wi_strfld_getstr(dw.filter);
 }

@@ -68,16 +68,18 @@ struct step_report {
     std::string window = "main", files = "-", gate = "-";
 };
 
-// Picture and hardcopy of a window that the step shows.
+// Picture of a window that the step shows, and its hardcopy when there is something to put on paper.
 static void take_window(step_report& line, const std::string& name, wi_obj* window, wi_cb handler,
-                        int hardcopy_tag) {
+                        int hardcopy_tag, bool filled) {
     const fs::path png = run.out / (name + ".png"), pdf = run.out / (name + ".pdf");
     if (!the_port().picture(getparenthandle(window), png.string())) report("cannot write " + png.string());
+    line.files = name + ".png";
+    if (!filled) return;
     vg_hc_preset_file(pdf.string());
     handler(nullptr, hardcopy_tag);
     std::error_code ignored;
     if (!fs::exists(pdf, ignored)) report("cannot write " + pdf.string());
-    line.files = name + ".png " + name + ".pdf";
+    line.files += " " + name + ".pdf";
 }
 
 static void show_step(int position) {
@@ -86,11 +88,11 @@ static void show_step(int position) {
     if (rpwinon) {
         line.window = "range profile";
         line.gate = range_gate_text();
-        take_window(line, name, xrp_window(), xrp_cb, 18);
+        take_window(line, name, xrp_window(), xrp_cb, 18, true);
     } else if (dpwinon) {
         line.window = "Doppler profile";
         line.gate = doppler_gate_text();
-        take_window(line, name, xdp_window(), xdp_cb, 1);
+        take_window(line, name, xdp_window(), xdp_cb, 1, xdp_initialized());
     }
     run.summary += strprintf("%4d  %-40s %-16s %-28s %s\n", position, step_text(tag_at(position)).c_str(),
                              line.window.c_str(), line.files.c_str(), line.gate.c_str());

@@ -8,6 +8,7 @@
 #include "state/calls.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 #include "zuvsys/strprintf.h"
 
@@ -81,6 +82,7 @@ void kwin_build() {
     wi_mk_button(wi_form_parent(kw.fm, 58, 90, 88, 98), "CANCEL", 0, kwin_cb, 0);
     wi_size(kw.fm, 400, 350);
     wi_position(kw.fm, 800, 300);
+    norva_reg(kw.fm, "Manual Keyword Input");
 }
 
 static void put_presets(const header_numbers& found) {

@@ -174,10 +174,12 @@ static void start_analysis(wi_obj* wo, int tag) {
     norva_enable_flds(0);
     if (tag == 8) xrp(1);
     if (tag == 10) xdp();
+    if (!analysis_window_open()) norva_enable_flds(1); // a message on the way kept it shut
 }
 
 void filewin_cb(wi_obj* wo, int tag) {
     if (wo && analysis_window_open()) return;
+    if (wo && tag == 10 && msgwinon) return; // its window would not open; nothing is begun for it
     switch (tag) {
     case 1: take_raw_file(wo); break;
     case 2: take_journal(); break;
@@ -216,7 +218,7 @@ static int downsize(int nf0, int nt0, int nf) {
 }
 
 static bool step_by_key(wi_obj*, char key) {
-    if ((key != 'Z' && key != 'Y') || msgwinon || quit_window_up()) return false;
+    if ((key != 'Z' && key != 'Y') || msgwinon || kwinon || quit_window_up()) return false;
     if (eoj == 0) return true;
     mng_jrnl(nullptr, key == 'Z' ? 2 : 1);
     return true;

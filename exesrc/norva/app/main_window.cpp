@@ -14,6 +14,7 @@
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -130,6 +131,7 @@ void build_main_window() {
     win.epg = wi_mk_editpage(wi_form_parent(fm, 1, 61, 99, 99));
     wi_size(fm, 700, 550);
     wi_position(fm, 150, 0);
+    norva_reg(fm, "Main");
 }
 
 void label_numflds() {
@@ -224,10 +226,10 @@ void refresh_controls() {
     wi_enable(win.save, idle && eoj != 0);
     wi_enable(win.style, idle && file);
     wi_enable(win.epg_toggle, eoj != 0 && file);
-    for (wi_obj* button : win.analysis)
-        if (button) wi_enable(button, idle && file);
-    wi_enable(win.decimate, idle && file);
-    for (wi_obj* field : win.decimation) wi_enable(field, fields_open && idle);
+    for (std::size_t i = 0; i < std::size(analyses); i++)
+        wi_enable(win.analysis[i], idle && file && !(msgwinon && analyses[i].tag == 10));
+    wi_enable(win.decimate, idle && file && !msgwinon);
+    for (wi_obj* field : win.decimation) wi_enable(field, fields_open && idle && !msgwinon);
     wi_enable(win.jfld, fields_open && idle && eoj != 0);
     for (wi_obj* field : win.numfld) wi_enable(field, fields_open && idle);
     wi_button_label(win.epg_toggle, user.estyle == 1 ? "See Raw Data File Info" : "See Journal Info");

@@ -1,10 +1,12 @@
 // The message window.
 #include "app/messages.h"
 
+#include "app/main_window.h"
 #include "app/message_text.h"
 #include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/run.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -32,14 +34,21 @@ void msgwin_init() {
     wi_mk_button(wi_form_parent(mw.fm, 34, 78, 66, 95), "ACKNOWLEDGE", 0, msgwin_cb, 0);
     wi_size(mw.fm, 350, 140);
     wi_position(mw.fm, 300, 300);
+    norva_reg(mw.fm, "Message");
     the_port().keep_above(getparenthandle(mw.fm));
+}
+
+// Controls whose handlers ignore the user while a message is up.
+static void refresh_all_controls() {
+    refresh_controls();
+    xrp_refresh_controls();
+    xdp_refresh_controls();
 }
 
 void msgwin_cb(wi_obj*, int) {
     wi_off(mw.fm);
     msgwinon = 0;
-    xrp_refresh_controls();
-    xdp_refresh_controls();
+    refresh_all_controls();
 }
 
 void msgwin_show(const std::string& text) {
@@ -47,8 +56,7 @@ void msgwin_show(const std::string& text) {
     wi_label(mw.label, mw.text.text);
     wi_size(mw.fm, 450, std::max(mw.text.lines * 5 + 140, units_for(mw.text.lines)));
     msgwinon = 1;
-    xrp_refresh_controls();
-    xdp_refresh_controls();
+    refresh_all_controls();
     wi_on(mw.fm);
 }
 

@@ -2,6 +2,7 @@
 // control whose share of the width grows.
 #include "app/messages.h"
 
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ void progress_init() {
     wi_mk_label(pw.split, "", 0);
     wi_size(pw.fm, 200, 50);
     wi_position(pw.fm, 400, 400);
+    norva_reg(pw.fm, "Processing");
     the_port().keep_above(getparenthandle(pw.fm));
 }
 

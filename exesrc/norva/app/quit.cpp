@@ -8,6 +8,7 @@
 #include "state/calls.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 #include "zuvsys/safefile.h"
 #include "zuvsys/strprintf.h"
@@ -41,6 +42,7 @@ void quitwin_init() {
     }
     wi_size(quitwin, 320, 60);
     wi_position(quitwin, 500, 500);
+    norva_reg(quitwin, "Quit");
     the_port().keep_above(getparenthandle(quitwin));
 }
 

@@ -261,6 +261,7 @@ void replay_journal(wi_obj* wo, int tag) {
     journal_step step;
     if (!read_step(std::span<const std::int32_t>(reply).subspan(1), step)) {
         popmsg("ERROR(6) in mng_jrnl()/jrnl -- corrupted memory!");
+        ask_store({JOURNAL_GOTO, user.count}, reply); // the next step goes where the program stands
         return;
     }
     user.count = reply[0];
@@ -273,6 +274,9 @@ void replay_journal(wi_obj* wo, int tag) {
             "Bad mocomp pointer in mng_jrnl()!  The problem is probably due to a bad journal file that was "
             "written after an improper exit.");
         user.mc.ptr = 0;
+        user.pfdata.clear(); // they are those of another position
+        close_windows();
+        refresh_controls();
         return;
     }
     managing = 1;

@@ -11,11 +11,14 @@
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/wi.h"
 #include "zuvsys/logicals.h"
 
 #include <cstring>
 #include <filesystem>
+#include <utility>
+#include <vector>
 
 namespace norva {
 
@@ -100,6 +103,9 @@ static void open_at_start(const std::string& name) {
     }
 }
 
+// Messages that came up before the window that shows them.
+static std::vector<std::string> early_messages;
+
 void norva_start_with(const start_options& with) {
     options = with;
 }
@@ -115,8 +121,13 @@ void norva_main(int argc, char** argv) {
     homedir = qelm ? qelm : "";
     wi_hooks.home_dir = installed_tree();
     wi_main_init(argc, argv);
+    norva_regwin_init();
+    if (options.replay.empty()) // a replay without a display has them on standard error
+        app_hooks.popmsg = [](const std::string& text) { early_messages.push_back(text); };
     dflt_autoload(def);
     filewin_init();
+    if (options.replay.empty())
+        for (const std::string& text : std::exchange(early_messages, {})) popmsg(text);
     user.count = 0;
     user.dp_ni = static_cast<int>(def.dp_ni);
     user.dp_ip = static_cast<int>(def.dp_if);

@@ -2,6 +2,7 @@
 #include "range_int.h"
 
 #include "state/run.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 namespace norva {
@@ -29,6 +30,7 @@ static void build_dialog() {
     wi_zuvapp_quit(dialog.window, 1, "Cancel", dialog_cb, 0);
     wi_size(dialog.window, 320, 70);
     wi_position(dialog.window, 300, 300);
+    norva_reg(dialog.window, "Remove Doppler Ambs");
     the_port().keep_above(getparenthandle(dialog.window));
 }
 

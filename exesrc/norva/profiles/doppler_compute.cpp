@@ -29,6 +29,10 @@ bool have_doppler() {
            user.dpdata.size() >= static_cast<std::size_t>(dp.nf) * user.dp_nc;
 }
 
+bool xdp_initialized() {
+    return have_doppler();
+}
+
 void clamp_parameters(int& wdw, int& ifact, int& lag) {
     wdw = std::clamp(wdw, 1, DP_MOST_WDW);
     ifact = std::clamp(ifact, 1, DP_MOST_IFACT);

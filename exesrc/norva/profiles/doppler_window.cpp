@@ -8,6 +8,7 @@
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -115,6 +116,7 @@ static void make_window() {
     wi_zuvapp_quit(fm, 1, "DISMISS", xdp_cb, 0);
     wi_size(fm, 650, 650);
     wi_position(fm, 160, 10);
+    norva_reg(fm, "Doppler Profile");
     dp.disp = vg_xw_init(wi_drawarea_getwidget(win.area), 1, 1, 0);
 }
 

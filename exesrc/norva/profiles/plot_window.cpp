@@ -7,6 +7,7 @@
 #include "range_int.h"
 #include "state/defaults.h"
 #include "state/run.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -229,6 +230,7 @@ void plotwin_init() {
     wi_zuvapp_quit(fm, 1, "DISMISS", plotwin_cb, DISMISS);
     wi_size(fm, 260, 270);
     wi_position(fm, 690, 410);
+    norva_reg(fm, "Profile Plotting");
     the_port().keep_above(getparenthandle(fm));
     set_deltas(pw.client->kind);
 }

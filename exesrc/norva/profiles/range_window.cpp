@@ -8,6 +8,7 @@
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/window_register.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -74,6 +75,7 @@ static void make_window() {
     wi_zuvapp_quit(fm, 1, "DISMISS", xrp_cb, 0);
     wi_size(fm, 670, 600);
     wi_position(fm, 160, 10);
+    norva_reg(fm, "Range Profile");
     rp.disp = vg_xw_init(wi_drawarea_getwidget(win.area), 1, 1, 0);
 }
 

@@ -47,6 +47,9 @@ void xdp_mocomp(int tag);
 // called when msgwinon or pkswinon has changed.
 void xdp_refresh_controls();
 
+// The window shows profiles; not so between its opening and "INITIALIZE".
+bool xdp_initialized();
+
 // The window's top object; null before the first opening.
 wi_obj* xdp_window();
 
