@@ -55,15 +55,15 @@ constexpr int PI_HEADER_WORDS = 13;       // of a common result
 constexpr int PI_MESSAGE_CHARACTERS = 72;
 // The longest result: header, peaks, amplitudes, and the samples of a cut. Data after an edit take 6 words
 // and two a sample; exported actions 4 words and what is stored.
-constexpr int PI_RESULT_WORDS = PI_JOURNAL_WORDS + 4;
+constexpr int PI_RESULT_WORDS = PI_JOURNAL_WORDS + 16;
 
 constexpr int PI_INIT = 0, PI_FLOP = 1, PI_WEIGHT = 2, PI_PEAK_SCALING = 3, PI_EDIT = 4, PI_INTERPOLATE = 5,
               PI_PEAK_PARAMETERS = 6, PI_STATUS = 7, PI_CUT = 8, PI_CENTER = 9, PI_POLAR = 10, PI_WRITE = 11,
               PI_GO = 16, PI_STEP = 17, PI_STORE_CUT = 18, PI_EXPORT = 19, PI_RESTORE = 20, PI_END = 21;
 
 // Performs the action of the record `in`, which is as long as its action needs; more words do no harm, and
-// missing ones count as a failure. `out` must hold PI_RESULT_WORDS words, of which those of the result are
-// written.
+// missing ones are a failure. `out` holds at least the 20 words of a failure; with PI_RESULT_WORDS every
+// result fits, and one that does not is a failure.
 void proimag(std::span<const std::int32_t> in, std::span<std::int32_t> out);
 
 // wct, dct, xpv, ypv, ang, apmn as last used, after rounding and resolving.
