@@ -8,14 +8,19 @@
 
 namespace norva {
 
-// Kernel of one axis of n samples: half-width m samples, and its values in steps of 1/16 sample, carried on
+// Kernel of one axis of n samples: half-width m samples, and its values in steps of 1/per_sample, carried on
 // with zeros as far as the taps reach.
 struct image_kernel {
     int n = 0;
     int m = 0;
+    int per_sample = 0;
     std::vector<float> table;
 };
-image_kernel make_image_kernel(int n, int nt);
+image_kernel make_image_kernel(int n, int nt, int per_sample);
+
+// tsinc and samp with any number of values per sample: per_sample*m of them, and per_sample*n/2.
+void tapered_sinc(float* r, int m, int per_sample);
+void periodic_kernel(float* r, int n, int per_sample);
 
 // The taps that give the value at one position of an axis.
 struct image_taps {

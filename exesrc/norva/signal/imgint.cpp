@@ -17,17 +17,18 @@ int wrap(int k, int n) {
 
 } // namespace
 
-image_kernel make_image_kernel(int n, int nt) {
+image_kernel make_image_kernel(int n, int nt, int per_sample) {
     const int ntr = std::clamp(nt, 0, IMGINT_MAX_TAPS);
     const bool exact = n % 2 == 1 && n <= 2 * ntr;
     image_kernel k;
     k.n = n;
     k.m = std::min(ntr, n / 2);
-    k.table.resize(std::max(8 * n * exact, TABLE_PER_SAMPLE * (k.m + 1)) + 2);
+    k.per_sample = per_sample;
+    k.table.resize(std::max(per_sample / 2 * n * exact, per_sample * (k.m + 1)) + 2);
     if (exact)
-        samp(k.table.data(), n);
+        periodic_kernel(k.table.data(), n, per_sample);
     else
-        tsinc(k.table.data(), k.m);
+        tapered_sinc(k.table.data(), k.m, per_sample);
     return k;
 }
 
@@ -43,11 +44,11 @@ void place_taps(const image_kernel& kernel, float position, image_taps& taps) {
     taps.centre = part < 0 ? kernel.m - 1 : kernel.m;
     taps.gap = part == 0 ? 0 : 1;
     auto weigh = [&](int from, int to, float beyond) { // taps from..to-1
-        const float h = beyond * TABLE_PER_SAMPLE;
+        const float h = beyond * static_cast<float>(kernel.per_sample);
         const auto phase = static_cast<int>(h);
         const float rest = h - static_cast<float>(phase);
         for (int k = from; k < to; k++) {
-            const float* entry = &kernel.table[phase + TABLE_PER_SAMPLE * taps.distance(k)];
+            const float* entry = &kernel.table[phase + kernel.per_sample * taps.distance(k)];
             taps.w[2 * k] = taps.w[2 * k + 1] = (1 - rest) * entry[0] + rest * entry[1];
         }
     };
@@ -83,8 +84,8 @@ void imgint(const float* a, int nx, int ny, float x0, float y0, int nt, float* c
     }
     // Kept by length alone: the first taps of a length hold until the length changes.
     static thread_local image_kernel kx, ky;
-    if (kx.n != nx) kx = make_image_kernel(nx, nt);
-    if (ky.n != ny) ky = make_image_kernel(ny, nt);
+    if (kx.n != nx) kx = make_image_kernel(nx, nt, TABLE_PER_SAMPLE);
+    if (ky.n != ny) ky = make_image_kernel(ny, nt, TABLE_PER_SAMPLE);
     static thread_local image_taps tx, ty;
     place_taps(kx, x0, tx);
     place_taps(ky, y0, ty);

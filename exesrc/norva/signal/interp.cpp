@@ -1,6 +1,7 @@
 // Interpolators of one-dimensional functions, and the kernel tables of the image interpolator.
 #include "signal/interp.h"
 
+#include "image_kernel.h"
 #include "signal/numbers.h"
 
 #include <algorithm>
@@ -18,23 +19,29 @@ float sinc(float x) {
     return std::sin(arg) / arg;
 }
 
-void tsinc(float* r, int m) {
-    constexpr double step = 1.0 / TABLE_PER_SAMPLE;
+void tapered_sinc(float* r, int m, int per_sample) {
     auto precise_sinc = [](double x) { return std::sin(pi * x) / (pi * x); };
     if (m > 0) r[0] = 1.0F;
-    for (int i = 1; i < TABLE_PER_SAMPLE * m; i++) {
-        const double x = i * step, u = 0.5 * x / m;
+    for (int i = 1; i < per_sample * m; i++) {
+        const double x = static_cast<double>(i) / per_sample, u = 0.5 * x / m;
         r[i] = static_cast<float>(std::cos(pi * u) * precise_sinc(x) / precise_sinc(u));
     }
 }
 
-void samp(float* r, int n) {
-    constexpr double step = 1.0 / TABLE_PER_SAMPLE;
+void periodic_kernel(float* r, int n, int per_sample) {
     if (n > 0) r[0] = 1.0F;
-    for (int i = 1; i < TABLE_PER_SAMPLE / 2 * n; i++) {
-        const double x = i * step / n;
+    for (int i = 1; i < per_sample / 2 * n; i++) {
+        const double x = static_cast<double>(i) / per_sample / n;
         r[i] = static_cast<float>(std::sin(n * pi * x) / (n * std::sin(pi * x)));
     }
+}
+
+void tsinc(float* r, int m) {
+    tapered_sinc(r, m, TABLE_PER_SAMPLE);
+}
+
+void samp(float* r, int n) {
+    periodic_kernel(r, n, TABLE_PER_SAMPLE);
 }
 
 float rint(const float* r, float x) {

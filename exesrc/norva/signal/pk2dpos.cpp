@@ -3,6 +3,7 @@
 #include "signal/aligned_buffer.h"
 #include "signal/interp.h"
 #include "signal/peak.h"
+#include "signal/processor.h"
 
 #include <algorithm>
 #include <array>
@@ -13,10 +14,28 @@
 namespace norva {
 namespace {
 
-// Kernels with the taps that every refinement uses, whatever imgint was called with before.
+// Kernels with the taps that every refinement uses, whatever imgint was called with before. Between the
+// entries of a kernel's table the values lie on chords, which would draw a peak to the nearest entry: here
+// there is one at every place that seven halvings reach.
+constexpr int entries_per_sample = 128;
+
 const image_kernel& kernel_for(int n, image_kernel& kept) {
-    if (kept.n != n) kept = make_image_kernel(n, IMGINT_TAPS);
+    if (kept.n != n) kept = make_image_kernel(n, IMGINT_TAPS, entries_per_sample);
     return kept;
+}
+
+// Four samples. The same operations on every processor, and so the same bits.
+typedef float v8 __attribute__((vector_size(32)));
+typedef int mask8 __attribute__((vector_size(32)));
+typedef float v8_anywhere __attribute__((vector_size(32), aligned(4), may_alias));
+
+[[gnu::always_inline]] inline v8 load(const float* p) {
+    return *reinterpret_cast<const v8_anywhere*>(p);
+}
+// The first n samples of four.
+[[gnu::always_inline]] inline v8 first_of(v8 x, int n) {
+    constexpr mask8 place = {0, 0, 1, 1, 2, 2, 3, 3};
+    return reinterpret_cast<v8>(reinterpret_cast<mask8>(x) & (place < n));
 }
 
 struct peak_position {
@@ -34,7 +53,8 @@ public:
         : kx_(kernel_for(nx, kept_x_)), ky_(kernel_for(ny, kept_y_)), x0_(ix - kx_.m - 3),
           y0_(iy - ky_.m - 3), width_(2 * kx_.m + 6) {
         const int height = 2 * ky_.m + 6;
-        float* to = kept_samples_.make_room(2 * static_cast<std::size_t>(width_) * height);
+        // The last vector of a row reads on for three samples.
+        float* to = kept_samples_.make_room(2 * (static_cast<std::size_t>(width_) * height + 3));
         samples_ = to;
         for (int j = 0; j < height; j++, to += 2 * width_) {
             const float* row = c + 2 * static_cast<std::size_t>(wrap(y0_ + j, ny)) * nx;
@@ -82,52 +102,82 @@ private:
         taps.first -= origin;
     }
 
-    using three = std::array<image_taps*, 3>;
     using nine = std::array<std::array<float, 3>, 3>; // [i][j]: column, row
 
-    // The taps lie at the same places, as they do but for a step across a sample.
-    static bool alike(const three& taps) {
-        return taps[0]->same_places(*taps[1]) && taps[2]->same_places(*taps[1]);
+    nine powers() const { return has_avx2() ? powers_avx2() : powers_here(); }
+#if defined(__x86_64__)
+    [[gnu::target("avx2")]]
+#endif
+    nine
+    powers_avx2() const {
+        return powers_here();
     }
-    // Places whose taps are alike are done together: each row is then read, and its part found, once for all
-    // of them.
-    nine powers() const {
+    [[gnu::always_inline]] inline nine powers_here() const {
+        v8 total[3][3] = {};
+        if (tx_[0]->same_places(*tx_[1]) && tx_[2]->same_places(*tx_[1]) && ty_[0]->same_places(*ty_[1]) &&
+            ty_[2]->same_places(*ty_[1]))
+            sum_alike(total);
+        else
+            sum_apart(total);
         nine result;
-        const bool x = alike(tx_), y = alike(ty_);
-        if (x && y) powers_of<3, 3>(0, 0, result);
-        for (int k = 0; x != y && k < 3; k++)
-            x ? powers_of<3, 1>(0, k, result) : powers_of<1, 3>(k, 0, result);
-        for (int k = 0; !x && !y && k < 9; k++) powers_of<1, 1>(k / 3, k % 3, result);
+        for (int i = 0; i < 3; i++) {
+            for (int j = 0; j < 3; j++) {
+                const v8 t = total[i][j];
+                const float re = (t[0] + t[2]) + (t[4] + t[6]), im = (t[1] + t[3]) + (t[5] + t[7]);
+                result[i][j] = re * re + im * im;
+            }
+        }
         return result;
     }
-    // Of the columns i0..i0+NX-1 and the rows j0..j0+NY-1.
-    template <int NX, int NY> void powers_of(int i0, int j0, nine& result) const {
-        const image_taps &x = *tx_[i0], &y = *ty_[j0];
-        two_samples total[NX][NY] = {};
+
+    // The taps of all nine places lie at the same samples, as they do but for a step across a sample: each
+    // row is read, and its part found, once for all of them.
+    [[gnu::always_inline]] inline void sum_alike(v8 (&total)[3][3]) const {
+        const image_taps &x = *tx_[0], &y = *ty_[0];
         for (int tap = 0; tap < y.count; tap++) {
-            const int away = y.distance(tap), begin = 2 * x.begin(away), end = 2 * x.end(away);
-            const float* row = samples_ + 2 * (static_cast<std::ptrdiff_t>(y.first + tap) * width_ + x.first);
-            two_samples sum[NX] = {};
-            int k = begin;
-            for (; k + 4 <= end; k += 4) {
-                const two_samples a = load_two(row + k);
-                for (int i = 0; i < NX; i++) sum[i] += a * load_two(&tx_[i0 + i]->w[k]);
+            const int away = y.distance(tap);
+            v8 sum[3] = {};
+            add_row<3>(y.first + tap, 0, x.begin(away), x.end(away), sum);
+            for (int i = 0; i < 3; i++) {
+                for (int j = 0; j < 3; j++) total[i][j] += sum[i] * ty_[j]->w[2 * tap];
             }
-            if (k < end) {
-                const two_samples a = {row[k], row[k + 1], 0, 0};
-                for (int i = 0; i < NX; i++) sum[i] += a * tx_[i0 + i]->w[k];
-            }
-            for (int i = 0; i < NX; i++) {
-                for (int j = 0; j < NY; j++) total[i][j] += sum[i] * ty_[j0 + j]->w[2 * tap];
-            }
-        }
-        for (int i = 0; i < NX; i++) {
-            for (int j = 0; j < NY; j++) result[i0 + i][j0 + j] = power(total[i][j]);
         }
     }
-    static float power(two_samples v) {
-        const float re = v[0] + v[2], im = v[1] + v[3];
-        return re * re + im * im;
+
+    // Column by column. Rows that lie equally far from two of the places still serve both.
+    [[gnu::always_inline]] inline void sum_apart(v8 (&total)[3][3]) const {
+        const int first = std::min({ty_[0]->first, ty_[1]->first, ty_[2]->first});
+        const int last = std::max({ty_[0]->first, ty_[1]->first, ty_[2]->first}) + ty_[0]->count;
+        for (int i = 0; i < 3; i++) {
+            for (int row = first; row < last; row++) {
+                int away = -1;
+                v8 sum = {};
+                for (int j = 0; j < 3; j++) {
+                    const int tap = row - ty_[j]->first;
+                    if (tap < 0 || tap >= ty_[j]->count) continue;
+                    if (const int d = ty_[j]->distance(tap); d != away) {
+                        away = d;
+                        sum = v8{};
+                        add_row<1>(row, i, tx_[i]->begin(d), tx_[i]->end(d), &sum);
+                    }
+                    total[i][j] += sum * ty_[j]->w[2 * tap];
+                }
+            }
+        }
+    }
+
+    // Adds the taps begin..end-1 of a row for N places from column i on, whose taps lie at the same samples.
+    template <int N>
+    [[gnu::always_inline]] inline void add_row(int row, int i, int begin, int end, v8* sum) const {
+        const float* from = samples_ + 2 * (static_cast<std::ptrdiff_t>(row) * width_ + tx_[i]->first);
+        int k = begin;
+        for (; k + 4 <= end; k += 4) {
+            const v8 a = load(from + 2 * k);
+            for (int n = 0; n < N; n++) sum[n] += a * load(&tx_[i + n]->w[2 * k]);
+        }
+        if (k >= end) return;
+        const v8 a = load(from + 2 * k);
+        for (int n = 0; n < N; n++) sum[n] += first_of(a * load(&tx_[i + n]->w[2 * k]), end - k);
     }
 
     // Kept from peak to peak.

@@ -25,8 +25,10 @@ float pkwdth(const float* a, int n, int ip, float a0, float* wl, float* wr);
 void peaks(const float* a, int nx, int ny, int npm, float amn, int* lp, int* np);
 
 // Position and amplitude of a peak of the complex image c, from the linear index k0: a climb over the samples
-// that stays inside the image, then ni halvings of a grid of 3 by 3 interpolated values (imgint, 15 taps),
-// which gives the position within 0.5^ni of a sample.
+// that stays inside the image, then ni halvings of a grid of 3 by 3 interpolated values (the sum of imgint
+// with 15 taps), which gives the position within 0.5^ni of a sample, for ni up to 7. The kernel is tabulated
+// eight times as finely as by imgint, whose straight lines between the entries draw a peak to the nearest
+// sixteenth of a sample.
 void pk2dpos(const float* c, int nx, int ny, int k0, int ni, float* xp, float* yp, float* ap);
 
 } // namespace norva
