@@ -17,12 +17,6 @@ safefile_calls safefile_system = {::write, ::fsync, ::close, std::rename};
 
 namespace {
 
-struct cause {
-    int error = 0;
-    const char* text = nullptr; // instead of the system's
-    explicit operator bool() const { return error != 0 || text; }
-};
-
 // What the name leads to: a link is followed, so that the file behind it is replaced and not the link.
 std::string followed(const std::string& name) {
     std::error_code error;
@@ -42,19 +36,6 @@ int make_temporary(const std::string& target, std::string& temporary) {
     return -1;
 }
 
-cause write_all(int fd, std::span<const std::byte> bytes) {
-    while (!bytes.empty()) {
-        ssize_t n = safefile_system.write(fd, bytes.data(), bytes.size());
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) return {errno};
-        if (n == 0) return {ENOSPC};
-        bytes = bytes.subspan(static_cast<std::size_t>(n));
-    }
-    // EINVAL and ENOSYS: a file system that has no such call.
-    bool flushed = safefile_system.fsync(fd) == 0 || errno == EINVAL || errno == ENOSYS;
-    return flushed ? cause{} : cause{errno};
-}
-
 // A rename lasts once the folder is on the disk, too. Not every file system can do this; the data are safe
 // without.
 void flush_folder(const std::string& target) {
@@ -66,36 +47,65 @@ void flush_folder(const std::string& target) {
     ::close(fd);
 }
 
-cause replace(const std::string& target, std::span<const std::byte> bytes) {
-    struct stat old {};
-    bool exists = stat(target.c_str(), &old) == 0;
-    if (exists && !S_ISREG(old.st_mode)) return {0, "it is no regular file"};
-    if (exists && access(target.c_str(), W_OK) != 0) return {errno};
-
-    std::string temporary;
-    int fd = make_temporary(target, temporary);
-    if (fd < 0) return {errno};
-    cause failure = write_all(fd, bytes);
-    // The owner stays where the system lets us set it. This may clear permission bits, so it comes first.
-    [[maybe_unused]] int owner_kept = exists ? fchown(fd, old.st_uid, old.st_gid) : 0;
-    if (!failure && exists && fchmod(fd, old.st_mode & 07777) != 0) failure = {errno};
-    if (safefile_system.close(fd) != 0 && !failure) failure = {errno};
-    if (!failure && safefile_system.rename(temporary.c_str(), target.c_str()) != 0) failure = {errno};
-    if (failure)
-        unlink(temporary.c_str());
-    else
-        flush_folder(target);
-    return failure;
-}
-
 } // namespace
 
+safe_file::safe_file(const std::string& name) : name_(name), target_(followed(name)) {
+    replaces_ = stat(target_.c_str(), &old_) == 0;
+    if (target_.empty())
+        fail(ENOENT);
+    else if (replaces_ && !S_ISREG(old_.st_mode))
+        why_ = "Unable to write " + name_ + ": it is no regular file";
+    else if (replaces_ && access(target_.c_str(), W_OK) != 0)
+        fail(errno);
+    else if (fd_ = make_temporary(target_, temporary_); fd_ < 0)
+        fail(errno);
+}
+
+safe_file::~safe_file() {
+    if (fd_ < 0) return;
+    safefile_system.close(fd_);
+    unlink(temporary_.c_str());
+}
+
+// The first failure is the one told.
+void safe_file::fail(int error) {
+    if (good()) why_ = "Unable to write " + name_ + ": " + std::strerror(error);
+}
+
+void safe_file::write(std::span<const std::byte> bytes) {
+    while (good() && !bytes.empty()) {
+        const ssize_t n = safefile_system.write(fd_, bytes.data(), bytes.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0)
+            fail(n < 0 ? errno : ENOSPC);
+        else
+            bytes = bytes.subspan(static_cast<std::size_t>(n));
+    }
+}
+
+bool safe_file::commit() {
+    if (!good()) return false;
+    // EINVAL and ENOSYS: a file system that has no such call.
+    if (safefile_system.fsync(fd_) != 0 && errno != EINVAL && errno != ENOSYS) fail(errno);
+    // The owner stays where the system lets us set it. This may clear permission bits, so it comes first.
+    [[maybe_unused]] const int owner_kept = replaces_ ? fchown(fd_, old_.st_uid, old_.st_gid) : 0;
+    if (good() && replaces_ && fchmod(fd_, old_.st_mode & 07777) != 0) fail(errno);
+    if (safefile_system.close(fd_) != 0) fail(errno);
+    fd_ = -1;
+    if (good() && safefile_system.rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno);
+    if (good())
+        flush_folder(target_);
+    else
+        unlink(temporary_.c_str());
+    return good();
+}
+
 bool write_file_safely(const std::string& name, std::span<const std::byte> bytes, std::string* why) {
-    cause failure = replace(followed(name), bytes);
-    if (failure && why)
-        *why =
-            "Unable to write " + name + ": " + (failure.text ? failure.text : std::strerror(failure.error));
-    return !failure;
+    safe_file file(name);
+    file.write(bytes);
+    const bool written = file.commit();
+    if (!written && why) *why = file.why();
+    return written;
 }
 
 bool write_text_safely(const std::string& name, std::string_view text, std::string* why) {
