@@ -82,7 +82,7 @@ TEST_F(raw_input, refusals) {
 
 TEST_F(raw_input, files_that_are_none) {
     test::write_all("empty.pfx", "");
-    test::write_all("text.pfx", "@D pattern file\n");
+    test::write_all("text.pfx", "D@ no pattern file\n");
     std::filesystem::create_directory("folder.pfx");
     write_gate("whole.pfx", {});
     const std::string bytes = test::read_all("whole.pfx");

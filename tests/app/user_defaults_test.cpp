@@ -109,7 +109,7 @@ TEST_F(user_defaults, window) {
     EXPECT_TRUE(rec->visible(fields[35]));
     ASSERT_TRUE(click("PREV"));
     ASSERT_TRUE(click("Do not load default file upon program start"));
-    ASSERT_TRUE(click("WRITE"));
+    ASSERT_TRUE(rec->click(rec->find(port_kind::button, "WRITE", top)));
     EXPECT_EQ(def.pi_npmx, 50);
     EXPECT_TRUE(messages.empty());
     start();

@@ -1,8 +1,7 @@
 // addkw: adds keywords to a gate file, or changes or removes them. The program runs it to save polar format
 // keywords.
 #include "fileio/gat.h"
-#include "zuvsys/cstrings.h"
-#include "zuvsys/numparse.h"
+#include "fileio/kwtext.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -24,27 +23,6 @@ anything else as text. Either all keywords are stored or the file stays as it is
 Exit status: 0 stored, 1 the file could not be changed, 2 the command line is wrong.
 )";
 
-constexpr const char* doubles[] = {"R0",        "T0",         "WFRI",         "WAVEFORM_REP_INT",
-                                   "STEP_FREQ", "FIRST_FREQ", "PULSE_LENGTH", "PRF",
-                                   "XEX",       "YEX",        "RC",           "DE",
-                                   "DA",        "DU",         "SA",           "t0",
-                                   "prf"};
-constexpr const char* strings[] = {"DATA_SOURCE", "TARGET_TYPE", "TRACK_INFO", "MOT_COMP", "SIG_TYPE"};
-
-template <std::size_t N> bool among(const char* const (&names)[N], const std::string& name) {
-    return std::ranges::any_of(names, [&](const char* x) { return c_iseqx(x, name.c_str()); });
-}
-
-int store(_zuvfile* file, const std::string& name, const std::string& value) {
-    if (value.empty()) return u_kwexist(file, name) ? u_kwdelete(file, name) : ZUV_OK;
-    if (!among(strings, name)) {
-        if (auto whole = whole_int(value); whole && !among(doubles, name))
-            return u_kwput_i(file, name, *whole);
-        if (auto number = whole_double(value)) return u_kwput_d(file, name, *number);
-    }
-    return u_kwput_s(file, name, value);
-}
-
 int complain(int status, const std::string& text) {
     std::fprintf(stderr, "addkw: %s\n", text.c_str());
     return status;
@@ -61,14 +39,14 @@ int run(const std::vector<std::string>& words) {
             return complain(2, "\"" + words[i] + "\" is not NAME=VALUE");
 
     gatfile_ptr file = opengat(words[0], "Update", 1);
-    if (!file)
-        return complain(1, "unable to open " + words[0] + " (status " + std::to_string(getgaterror()) + ")");
+    if (!file) return complain(1, "unable to open " + words[0] + ": " + zuvstatus_text(getgaterror()));
     for (std::size_t i = 1; i < words.size(); i++) {
         std::size_t equals = words[i].find('=');
         std::string name = words[i].substr(0, equals);
-        if (store(file.get(), name, words[i].substr(equals + 1)) == ZUV_OK) continue;
+        const std::string fault = put_keyword_text(file.get(), name, words[i].substr(equals + 1));
+        if (fault.empty()) continue;
         file->rchng = file->dirty = 0; // nothing of it is written
-        return complain(1, "no room for keyword " + name + " in " + words[0]);
+        return complain(1, words[0] + ": " + fault);
     }
     if (u_close(std::move(file)) != ZUV_OK) return complain(1, "unable to write " + words[0]);
     return 0;

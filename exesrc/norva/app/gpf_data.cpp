@@ -1,6 +1,7 @@
 // The samples of the raw file: the fresh read of a window, and the cut out of data in memory.
 #include "app/gpf.h"
 
+#include "app/cdf_input.h"
 #include "app/window_values.h"
 #include "fileio/gat.h"
 #include "state/calls.h"
@@ -28,14 +29,24 @@ bool fresh_window_covers(const data_window& w) {
            w.nt0 + w.nt <= fresh.nt0 + fresh.nt;
 }
 
-static bool open_failed(int status) {
+static void open_failed(int status) {
     popmsg(strprintf("ERROR(%d) in get_gpf_data()/get_gpf --  Unable to open file ", status) + user.rdfile +
            " for reading!");
     user.pfdata.clear();
-    return false;
 }
 
-static bool read_fresh(_gatfile* file) {
+static void read_rows(_gatfile* gate) {
+    const computation running;
+    if (data_type == raw_kind::cdf) {
+        if (!rd_cdf_data(fresh)) user.pfdata.clear();
+        return;
+    }
+    const int status = getgat_window(gate, fresh.nt0, fresh.nt, fresh.nf0, fresh.nf, user.pfdata.span(),
+                                     [](int done, int all) { rpt_progress(done, all); });
+    if (status != ZUV_OK) open_failed(status);
+}
+
+static void read_fresh(_gatfile* gate) {
     take_raw_steps();
     if (!user.pfdata)
         fresh = user_window();
@@ -48,15 +59,12 @@ static bool read_fresh(_gatfile* file) {
         popmsg(strprintf("The window of %d by %d samples does not fit into this machine's memory!", fresh.nt,
                          fresh.nf));
         user.pfdata.clear();
-        return false;
+        return;
     }
     if (!user.pfdata)
         user.pfdata.reset(2 * static_cast<std::size_t>(fresh.nt) * static_cast<std::size_t>(fresh.nf));
-    const computation running;
-    const int status = getgat_window(file, fresh.nt0, fresh.nt, fresh.nf0, fresh.nf, user.pfdata.span(),
-                                     [](int done, int all) { rpt_progress(done, all); });
     loaded = fresh;
-    return status == ZUV_OK || open_failed(status);
+    read_rows(gate);
 }
 
 // Moves the window's rows to the front of the block. Each row moves towards the front, so one pass in order
@@ -88,12 +96,11 @@ void get_gpf_data(int tag, int nf0, int nt0, int nf) {
         if (user.pfdata && !cut(nf0, nt0, nf)) user.pfdata.clear();
         return;
     }
-    const gatfile_ptr file = opengat(user.rdfile, "Old", gp.nf);
-    if (!file) {
+    const gatfile_ptr file = data_type == raw_kind::gate ? opengat(user.rdfile, "Old", gp.nf) : nullptr;
+    if (data_type == raw_kind::gate && !file)
         open_failed(getgaterror());
-        return;
-    }
-    read_fresh(file.get());
+    else
+        read_fresh(file.get());
 }
 
 } // namespace norva

@@ -1,7 +1,9 @@
 // The header of a raw file: recognition, the parameters gp, the header text.
 #include "app/gpf.h"
 
+#include "app/cdf_input.h"
 #include "app/kwin.h"
+#include "fileio/cdf.h"
 #include "fileio/gat.h"
 #include "state/calls.h"
 #include "state/run.h"
@@ -43,7 +45,7 @@ static bool same_name(const std::string& a, const std::string& b) {
     return strcasecmp(a.c_str(), b.c_str()) == 0;
 }
 
-static bool is_known(const std::string& name) {
+bool is_known_keyword(const std::string& name) {
     return std::any_of(known_keywords.begin(), known_keywords.end(),
                        [&](const char* known) { return same_name(name, known); });
 }
@@ -127,10 +129,8 @@ static std::string held_value(const std::string& text) {
 }
 
 // The five lines of text, and the signal type.
-static std::string text_lines(const keyword_reader& keywords) {
-    kw_ss = {keywords.text("DATA_SOURCE"), keywords.text("TARGET_TYPE"), keywords.text("TRACK_INFO"),
-             keywords.text("MOT_COMP")};
-    const std::string signal = acc ? kwin_signal_text() : keywords.text("SIG_TYPE");
+static std::string text_lines(const raw_texts& texts, const std::string& signal) {
+    kw_ss = texts;
     gp.sigtype = classify_signal(signal);
     return header_line("Data source", held_value(kw_ss.data_source)) +
            header_line("Target type", held_value(kw_ss.target_type)) +
@@ -152,9 +152,9 @@ static bool read_numbers(const keyword_reader& keywords, header_numbers& h) {
     return complete;
 }
 
-// Shows every fault of the numbers. The file's own extent is checked as well, so that a window of the data
-// that the keywords tell of can always be read.
-static bool acceptable(const header_numbers& h, const _gatfile& file) {
+// Shows every fault of the numbers. The file's own extent (records, samples) is checked as well, so that a
+// window of the data that the keywords tell of can always be read.
+static bool acceptable(const header_numbers& h, std::int64_t nrec, int nf) {
     bool good = true;
     const auto check = [&](bool passes, const std::string& message) {
         if (passes) return;
@@ -169,10 +169,9 @@ static bool acceptable(const header_numbers& h, const _gatfile& file) {
     check(h.f0 >= 1e7 && usable(h.f0), "Error: first freq < 10 MHz!");
     check(static_cast<float>(h.wfri) > 0 && usable(h.wfri), "Error: waveform rep. interval < 0.!");
     check(usable(h.t0), "Error: start time is not a number!");
-    check(h.nrec <= file.nelements, strprintf("Error: number of pulses is %d, but the file holds %lld!",
-                                              h.nrec, static_cast<long long>(file.nelements)));
-    check(h.nf <= file.hd.ngat, strprintf("Error: number of freq samples is %d, but the file holds %d!", h.nf,
-                                          static_cast<int>(file.hd.ngat)));
+    check(h.nrec <= nrec, strprintf("Error: number of pulses is %d, but the file holds %lld!", h.nrec,
+                                    static_cast<long long>(nrec)));
+    check(h.nf <= nf, strprintf("Error: number of freq samples is %d, but the file holds %d!", h.nf, nf));
     return good;
 }
 
@@ -209,28 +208,24 @@ static std::string number_lines(const header_numbers& h) {
 static std::string other_lines(const std::vector<raw_keyword>& keywords) {
     std::string text;
     for (const raw_keyword& kw : keywords) {
-        if (is_known(kw.name)) continue;
+        if (is_known_keyword(kw.name)) continue;
         if (text.empty()) text = "\nOther Keywords\n";
         text += header_line(kw.name, kw.value);
     }
     return text;
 }
 
-std::string get_gpf_hdr() {
-    data_type = raw_kind::none;
-    const gatfile_ptr file = opengat(user.rdfile, "Old", gp.nf);
-    if (!file) {
-        popmsg(strprintf("ERROR(%d) in get_gpf_hdr()/get_gpf -- Unable to open file ", getgaterror()) +
-               user.rdfile + " for reading!");
-        return {};
-    }
-    data_type = raw_kind::gate;
+static std::string title(const std::string& kind) {
+    return "File Parameters for " + kind + user.rdfile + "\n" + std::string(VALUE_COLUMN, '-') + "\n\n";
+}
 
-    const keyword_reader keywords(file.get());
-    std::string text = "File Parameters for " + user.rdfile + "\n" + std::string(VALUE_COLUMN, '-') + "\n\n";
-    kw_r0 = 0;
+static std::string gate_header(_gatfile* file) {
+    const keyword_reader keywords(file);
     keywords.get("R0", kw_r0);
-    text += text_lines(keywords);
+    const raw_texts texts = {keywords.text("DATA_SOURCE"), keywords.text("TARGET_TYPE"),
+                             keywords.text("TRACK_INFO"), keywords.text("MOT_COMP")};
+    const std::string head =
+        title("") + text_lines(texts, acc ? kwin_signal_text() : keywords.text("SIG_TYPE"));
     header_numbers numbers;
     if (acc) {
         numbers = get_kw_vals();
@@ -238,12 +233,42 @@ std::string get_gpf_hdr() {
         kwin_init(numbers);
         return {};
     }
-    if (!acceptable(numbers, *file)) {
+    if (!acceptable(numbers, file->nelements, file->hd.ngat)) {
         user.rdfile.clear();
         return {};
     }
     take_numbers(numbers);
-    return text + number_lines(numbers) + other_lines(keywords.listed());
+    return head + number_lines(numbers) + other_lines(keywords.listed());
+}
+
+static std::string pattern_header() {
+    const std::string head = title("CDF file ") + text_lines(cdf_texts, cdf_signal_text);
+    header_numbers numbers;
+    if (!rd_cdf_header(numbers) || !acceptable(numbers, numbers.nrec, numbers.nf)) {
+        user.rdfile.clear();
+        return {};
+    }
+    choose_pol_init();
+    take_numbers(numbers);
+    return head + number_lines(numbers);
+}
+
+std::string get_gpf_hdr() {
+    data_type = raw_kind::none;
+    kw_r0 = 0;
+    choose_pol_leave();
+    if (const gatfile_ptr file = opengat(user.rdfile, "Old", gp.nf)) {
+        data_type = raw_kind::gate;
+        return gate_header(file.get());
+    }
+    const int status = getgaterror();
+    if (is_cdf(user.rdfile)) {
+        data_type = raw_kind::cdf;
+        return pattern_header();
+    }
+    popmsg(strprintf("ERROR(%d) in get_gpf_hdr()/get_gpf -- Unable to open file ", status) + user.rdfile +
+           " for reading!");
+    return {};
 }
 
 } // namespace norva

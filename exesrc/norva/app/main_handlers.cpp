@@ -1,6 +1,7 @@
 // The handlers of the main window.
 #include "app/main_window.h"
 
+#include "app/cdf_input.h"
 #include "app/gpf.h"
 #include "app/kwin.h"
 #include "app/messages.h"
@@ -9,6 +10,7 @@
 #include "app/replay.h"
 #include "app/user_defaults.h"
 #include "app/window_values.h"
+#include "app/write_pfx.h"
 #include "journal/journal.h"
 #include "journal/store.h"
 #include "main_window_int.h"
@@ -249,6 +251,8 @@ void filewin_init() {
     progress_init();
     quitwin_init();
     kwin_build();
+    polwin_init();
+    writewin_init();
     dfltwin_init();
     norva_enable_flds(0);
     wi_on(main_window().top);

@@ -8,6 +8,7 @@
 #include "app/quit.h"
 #include "app/user_defaults.h"
 #include "app/window_values.h"
+#include "app/write_pfx.h"
 #include "journal/journal.h"
 #include "main_window_int.h"
 #include "state/calls.h"
@@ -62,10 +63,12 @@ const main_window_controls& main_window() {
 static void build_files(wi_obj* fm) {
     win.rdfil = wi_mk_filesel(wi_form_parent(fm, 1, 8, 80, 14), "Raw Data File:", def.fltr, 0.17);
     wi_filesel_chng_cb(win.rdfil, filewin_cb, 1);
-    wi_set_tooltip(win.rdfil, "A gate file; return loads it");
+    wi_set_tooltip(win.rdfil, "A gate file or a CDF pattern file; return loads it");
     win.jfil = wi_mk_filesel(wi_form_parent(fm, 1, 15, 80, 21), "Journal File:", "*.jou*", 0.17);
     wi_filesel_chng_cb(win.jfil, filewin_cb, 2);
     wi_set_tooltip(win.jfil, "A journal; return replays it");
+    win.write = wi_mk_button(wi_form_parent(fm, 84, 8.2, 99, 13.8), "WRITE", 0, write_pfx_cb, 1);
+    wi_set_tooltip(win.write, "The data in memory as a new raw data file");
     win.save = wi_mk_button(wi_form_parent(fm, 84, 15.2, 99, 20.8), "SAVE", 0, filewin_cb, 1);
     wi_set_tooltip(win.save, "Ends the journal, writes it, and starts again on the same file");
 }

@@ -9,8 +9,8 @@
 
 namespace norva {
 
-enum class raw_kind { none, gate };
-extern raw_kind data_type; // kind of the file that was read last
+enum class raw_kind { none, gate, cdf }; // CDF: a pattern file (app/cdf_input.h)
+extern raw_kind data_type;               // kind of the file that was read last
 
 // A keyword of the raw file, as the header text shows it.
 struct raw_keyword {
@@ -49,6 +49,9 @@ void loaded_window_is_users();
 
 // The window of the last fresh read covers this one.
 bool fresh_window_covers(const data_window& window);
+
+// One of the keywords that the header text shows in lines of their own, or not at all; in any case.
+bool is_known_keyword(const std::string& name);
 
 // Signal type by the first letter of its text; texts that name none are frequency stepping.
 int classify_signal(const std::string& text);

@@ -44,7 +44,7 @@ void refresh_controls();
 
 // The window's controls, for tests and for internal calls that stand for a control.
 struct main_window_controls {
-    wi_obj *top, *rdfil, *jfil, *jfld, *save, *epg, *epg_toggle, *style, *numfld[4], *defaults;
+    wi_obj *top, *rdfil, *jfil, *jfld, *write, *save, *epg, *epg_toggle, *style, *numfld[4], *defaults;
     wi_obj* analysis[7]; // by the order of their buttons
     wi_obj *decimate, *decimation[2];
 };

@@ -1,0 +1,30 @@
+#pragma once
+// CDF pattern files as raw data: scan positions stand for records, degrees for seconds. One polarization is
+// read at a time; a small window beside the main one chooses it.
+
+#include "app/gpf.h"
+#include "app/kwin.h"
+
+#include <string>
+
+namespace norva {
+
+struct wi_obj;
+
+// A CDF file has no texts of its own; these stand in its header text and in files written from it.
+extern const raw_texts cdf_texts;
+extern const char* const cdf_signal_text;
+
+extern std::string
+    poles; // the polarization that is read: one of "HH", "HV", "VH", "VV", "LL", "RL", "LR", "RR"
+
+// Both read user.rdfile and return false after a message that names what is missing or wrong.
+bool rd_cdf_header(header_numbers& numbers);
+bool rd_cdf_data(const data_window& window); // fills user.pfdata, which has the room
+
+void polwin_init();                     // builds the window, hidden; poles is "HH"
+void choose_pol_init();                 // shows it
+void choose_pol_leave();                // hides it
+void close_choose(wi_obj* wo, int tag); // 0..7 the toggles, 8 "Done"
+
+} // namespace norva
