@@ -25,6 +25,7 @@ public:
     // Without a move before it, the first draw gives the start.
     void draw(port_point p) {
         if (n_ == 0) return move(p);
+        if (n_ > 1 && p == pts_[n_ - 1]) return; // many points of a dense curve share a pixel
         if (n_ == max_points) {
             flush();
             pts_[0] = pts_[max_points - 1];

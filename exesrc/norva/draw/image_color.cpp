@@ -50,8 +50,9 @@ static std::vector<sample_range> share_samples(double first, double step, int co
         const double a = s0 + k * per, b = a + per;
         double low = std::round((a + b) / 2), high = low;
         if (std::fabs(per) > 1) {
-            low = std::ceil(std::min(a, b));
-            high = std::max(low, std::ceil(std::max(a, b)) - 1);
+            constexpr double slack = 1e-3; // the samples at the limits belong to the first and the last step
+            low = std::ceil(std::min(a, b) - slack);
+            high = std::max(low, std::floor(std::max(a, b) + slack));
         }
         sample_range& s = shares[static_cast<std::size_t>(k)];
         s.first = static_cast<int>(std::clamp(low, 0.0, last));
@@ -90,19 +91,18 @@ static std::vector<std::uint32_t> color_cells(const kept_image& img, const image
     return cells;
 }
 
-// On the display one cell for a pixel, so that the samples stand where the axes say.
+// On the display one cell for each pixel between the axes.
 static void cells_to_display(const _vgdisplay& disp, const _vgdataframe& df, const kept_image& img,
                              const image_scaling& s) {
     const port_point low = vg_to_pixel(disp, df.x0, df.y0);
     const port_point high = vg_to_pixel(disp, df.x0 + df.xlen, df.y0 + df.ylen);
-    const int w = high.x - low.x, h = low.y - high.y;
+    const int w = high.x - low.x - 1, h = low.y - high.y - 1;
     if (w < 1 || h < 1) return;
-    _vgrect box;
-    vg_xy_pos(disp, low.x, low.y, box.x0, box.y0);
-    vg_xy_pos(disp, high.x, high.y, box.x1, box.y1);
-    const _vgdrect at{vg_x_val(df, box.x0), vg_y_val(df, box.y0), vg_x_val(df, box.x1), vg_y_val(df, box.y1)};
-    vg_render_cells(disp, {df.x0, df.y0, df.x0 + df.xlen, df.y0 + df.ylen}, color_cells(img, s, at, w, h), w,
-                    h);
+    // Half a pixel on, so that rounding does not move the corners.
+    const auto xplace = [&](int k) { return (static_cast<float>(k - disp.xorig) + 0.5f) / disp.xpinch; };
+    const auto yplace = [&](int k) { return (static_cast<float>(disp.yorig - k) - 0.5f) / disp.ypinch; };
+    vg_render_cells(disp, {xplace(low.x + 1), yplace(low.y), xplace(high.x), yplace(high.y + 1)},
+                    color_cells(img, s, {df.vx0, df.vy0, df.vx1, df.vy1}, w, h), w, h);
 }
 
 // On paper all samples: two cells each way for a sample, so that those on the rim have half.

@@ -14,6 +14,7 @@
 namespace norva {
 
 constexpr float READOUT_HEIGHT = 0.09f, READOUT_GAP = 0.08f;
+constexpr float AXIS_TEXTS = 0.45f; // below the frame
 
 static vgobject_ptr new_overlay() {
     vgobject_ptr obj = vg_new_object();
@@ -108,16 +109,17 @@ vgobject_ptr draw_vg_syms(const _vgdisplay& disp, const _vgdataframe& df, double
     float width = 0;
     for (const std::string& line : lines) width = std::max(width, vg_symlen(READOUT_HEIGHT, line));
     const float pitch = 1.6f * READOUT_HEIGHT, height = 2 * pitch + READOUT_HEIGHT;
-    // To the upper right of the point; to its left or below where there is no room; over the crosshair where
-    // the frame is too narrow for either.
+    // To the upper right of the point; to its left or below where there is no room. Where the frame is too
+    // narrow, over the crosshair; where it is too low, under the axis.
     const _vgrect& box = df.pltbox;
     const float xp = vg_x_loc(df, x), yp = vg_y_loc(df, y);
-    const bool fits = width < box.x1 - box.x0;
     float left = xp + READOUT_GAP, top = yp + READOUT_GAP + height;
     if (left + width > box.x1) left = xp - READOUT_GAP - width;
     if (left < box.x0) left = std::max(box.x1 - width, box.x0);
-    if (!fits) left = std::clamp((box.x0 + box.x1 - width) / 2, 0.0f, std::max(disp.xsize - width, 0.0f));
+    if (width > box.x1 - box.x0) left = (box.x0 + box.x1 - width) / 2;
     if (top > box.y1) top = yp - READOUT_GAP;
+    if (top - height < box.y0) top = box.y0 - AXIS_TEXTS;
+    left = std::clamp(left, 0.0f, std::max(disp.xsize - width, 0.0f));
     top = std::clamp(top, std::min(height, disp.ysize), disp.ysize);
     vgobject_ptr obj = new_overlay();
     float foot = top - READOUT_HEIGHT;

@@ -65,10 +65,15 @@ static _vgdrect inside_image(_vgdrect r) {
 
 static void keep_image(const _vgdrect& extent, const float* d, const float* x, const float* y, int npk,
                        const float* a, int nx, int ny) {
-    const std::size_t n = d && x && y && npk > 0 ? static_cast<std::size_t>(npk) : 0;
-    img.d.assign(d, d + n);
-    img.x.assign(x, x + n);
-    img.y.assign(y, y + n);
+    img.d.clear();
+    img.x.clear();
+    img.y.clear();
+    for (int k = 0; k < npk; k++) {
+        if (!std::isfinite(d[k])) continue;
+        img.d.push_back(d[k]);
+        img.x.push_back(x[k]);
+        img.y.push_back(y[k]);
+    }
     keep_amplitudes(a, nx, ny);
     img.x1 = extent.x0;
     img.y1 = extent.y0;
