@@ -14,7 +14,7 @@ namespace norva::test {
 // An action record, written word by word.
 struct record {
     std::vector<std::int32_t> words;
-    record(int mode) : words{mode} {}
+    explicit record(int mode = PI_INIT) : words{mode} {}
     record& i(int value) {
         words.push_back(value);
         return *this;

@@ -26,9 +26,14 @@ struct action_words {
 
 } // namespace
 
+// Words of a cut's own actions, with two counts before them; 0 for a cut that was never worked on.
+static std::int64_t stored_cut_words(const action_words& words, std::int64_t j0) {
+    return words.at(j0 + 6);
+}
+
 // Words of the image action at j0 (of a cut: those before the cut's own actions), or NO_MODE.
-static std::int64_t image_advance(std::int64_t mode) {
-    switch (mode) {
+static std::int64_t image_advance(const action_words& words, std::int64_t j0) {
+    switch (words.at(j0)) {
     case 1: return 2;
     case 3:
     case 4: return 5;
@@ -37,7 +42,7 @@ static std::int64_t image_advance(std::int64_t mode) {
     case 7:
     case 11:
     case IMAGE_DISMISS: return 1;
-    case IMAGE_CUT: return 9;
+    case IMAGE_CUT: return stored_cut_words(words, j0) == 0 ? 7 : 9;
     case 9: return 6;
     default: return NO_MODE;
     }
@@ -106,8 +111,9 @@ struct action_walker {
         for (walk.j = 0; walk.j < n; walk.j++) {
             if (j0 >= words.end) return void(fault(3));
             mode = words.at(j0);
-            if (!pass(image_advance(mode), 100, 2)) return;
-            if (mode == IMAGE_CUT && !cut()) return;
+            const bool worked_on = mode == IMAGE_CUT && stored_cut_words(words, j0) != 0;
+            if (!pass(image_advance(words, j0), 100, 2)) return;
+            if (worked_on && !cut()) return;
         }
         if (mode != IMAGE_DISMISS) fault(3);
     }
