@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
 
 namespace norva::test {
 namespace {
@@ -159,6 +160,104 @@ TEST(image_steps, any_way_to_a_step_gives_the_bits_of_the_straight_run) {
         walk.expect_results_of_straight_runs();
     }
     result_words().resize(PI_RESULT_WORDS);
+}
+
+void set_cut_journal(std::vector<std::int32_t> ir, int jf) {
+    cutj.ir = std::move(ir);
+    cutj.np = static_cast<int>(cutj.ir.size());
+    cutj.ns = 3;
+    cutj.jf = jf;
+}
+
+record cut_action() {
+    return record(PI_CUT).f(10).f(0.5).f(0).f(0).f(30);
+}
+
+TEST(image_steps, a_cut_journal_comes_back_with_its_step) {
+    act(some_init(1));
+    act(record(PI_FLOP).i(1));
+    act(cut_action());
+    EXPECT_EQ(cutj.isi, 200);
+    EXPECT_EQ(cutj.jf, 0);
+    const std::vector<std::int32_t> first = some_cut_journal(2), second = some_cut_journal(5);
+    set_cut_journal(first, 1);
+    act(record(PI_STORE_CUT));
+    act(record(PI_FLOP).i(2));
+    act(record(PI_PEAK_PARAMETERS).f(1).f(1));
+
+    // Seen again and left as it was: the steps ahead stay.
+    set_cut_journal({-1}, 0);
+    EXPECT_EQ(act(record(PI_STEP).i(-2)).mode, PI_CUT);
+    EXPECT_EQ(cutj.jf, 1);
+    EXPECT_EQ(cutj.ns, 3);
+    EXPECT_EQ(cutj.np, static_cast<int>(first.size()));
+    EXPECT_EQ(cutj.ir, first);
+    cutj.jf = 0;
+    act(record(PI_STORE_CUT));
+    EXPECT_EQ(act(record(PI_STEP).i(2)).mode, PI_PEAK_PARAMETERS);
+
+    // Changed: they go.
+    act(record(PI_STEP).i(-2));
+    set_cut_journal(second, 1);
+    act(record(PI_STORE_CUT));
+    EXPECT_EQ(act(record(PI_STEP).i(1)).message, "***Error 116...Cannot advance any further");
+    act(record(PI_FLOP).i(2));
+    act(record(PI_STEP).i(-1));
+    EXPECT_EQ(cutj.ir, second);
+}
+
+TEST(image_steps, a_replayed_end_closes_the_image) {
+    act(some_init(3));
+    act(record(PI_FLOP).i(1));
+    const pi_result r = act(record(PI_EXPORT));
+    EXPECT_EQ(r.stored, (std::vector<std::int32_t>{PI_FLOP, 1, PI_EXPORT}));
+    const jbuf<std::int32_t> jary = pi_make_jary(r, 5);
+    EXPECT_EQ(std::vector(jary.begin(), jary.begin() + 6),
+              (std::vector<std::int32_t>{6, 2, PI_FLOP, 1, PI_EXPORT, 5}));
+    act(some_init(3));
+    act(record(PI_RESTORE).i(4).i(2).i(PI_FLOP).i(1).i(PI_EXPORT));
+    const pi_result end = act(record(PI_GO).i(100));
+    EXPECT_EQ(end.what, pi_result::EXPORTED);
+    EXPECT_EQ(end.nn, 0);
+    EXPECT_EQ(act(record(PI_STEP).i(0)).message, "***Initialization must be done first.");
+    EXPECT_EQ(act(record(PI_END)).message, "***Initialization must be done first.");
+}
+
+// Stored actions come from files, and may meet other data than those they were made with.
+TEST(image_steps, damaged_stored_actions_are_refused_or_stop_at_the_fault) {
+    const std::vector<std::int32_t> good = {PI_FLOP, 1, PI_CUT, 0,       0, 0, 0, 0, 3,
+                                            1,       1, 26,     PI_EDIT, 0, 0, 0, 0, PI_EXPORT};
+    auto restore = [](const std::vector<std::int32_t>& words, int ns, int nn) {
+        act(some_init(2));
+        record r = record(PI_RESTORE).i(nn).i(ns);
+        r.words.insert(r.words.end(), words.begin(), words.end());
+        return act(r);
+    };
+    const auto whole = static_cast<int>(good.size()) + 1;
+    EXPECT_EQ(restore(good, 4, whole).step, 0);
+    for (int nn : {2, 4, 8, 10, 14, 1 << 30}) EXPECT_EQ(restore(good, 4, nn).what, pi_result::FAILED) << nn;
+    for (int nn : {0, -1, -(1 << 30)}) {
+        EXPECT_EQ(restore(good, 4, nn).what, pi_result::IMAGE);
+        EXPECT_EQ(act(record(PI_STEP).i(1)).what, pi_result::FAILED); // nothing to advance to
+    }
+    for (int ns : {-1, 5, 1 << 30}) EXPECT_EQ(restore(good, ns, whole).what, pi_result::FAILED) << ns;
+    struct {
+        std::size_t at;
+        int value;
+    } faults[] = {{0, 2},  {0, 10},        {0, 16},  {0, 20}, {0, 22},
+                  {0, -1}, {0, PI_EXPORT}, {8, 100}, {8, -3}, {8, 4}};
+    for (const auto& fault : faults) {
+        std::vector<std::int32_t> bad = good;
+        bad[fault.at] = fault.value;
+        EXPECT_EQ(restore(bad, 4, whole).message, "***Error 120...proimag journal error") << fault.at;
+    }
+    // Step 2 has no sample spacing: the replay stops there, and the image stands where it stood.
+    restore(good, 4, whole);
+    act(record(PI_GO).i(1));
+    const std::uint64_t before = digest();
+    EXPECT_EQ(act(record(PI_GO).i(4)).message, "***Error 108...Improper cut");
+    act(record(PI_STEP).i(0));
+    EXPECT_EQ(digest(), before);
 }
 
 } // namespace
