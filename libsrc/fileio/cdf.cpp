@@ -193,7 +193,7 @@ std::string read_header(line_reader& in, cdf_header& header, std::string_view& l
     header_items items;
     has_line = false;
     outcome got = in.next(line);
-    if (got == outcome::line && !line.starts_with("@D")) return "it does not start with \"@D\"";
+    if (got != outcome::fault && !line.starts_with("@D")) return "it does not start with \"@D\"";
     while (got == outcome::line) {
         got = in.next(line);
         if (got != outcome::line || line.starts_with("@E")) break;
