@@ -1,6 +1,7 @@
 #include "anchors.h"
 
 #include "signal/interp.h"
+#include "signal/weight.h"
 
 #ifdef NORVA_BENCH_FFTW
 #include <fftw3.h>
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <new>
+#include <numbers>
 
 namespace norva::bench {
 
@@ -127,6 +129,42 @@ void plain_imgint(const float* a, int nx, int ny, float x0, float y0, float* c) 
 }
 
 } // namespace
+
+void plain_polarfor1(const float* s, int nf, int na, float f1, float df, float rc, float de, float da, int nx,
+                     int ny, float dx, float dy, int ni, float c, float* z) {
+    std::vector<float> table(10001);
+    for (int k = 0; k <= 10000; k++) table[k] = static_cast<float>(std::sin(2 * std::numbers::pi * k / 8000));
+    for (int k = 0; k < 2 * nx * ny; k++) z[k] = 0;
+    const float b = 0.5F * df * nf, fc = f1 + b - 0.5F * df;
+    const float a = std::sqrt(fc * fc - b * b) * std::tan(0.5F * na * da), rc2 = 2 * rc, cde = std::cos(de);
+    for (int j = 0; j < na; j++) {
+        const float th = (j - 0.5F * (na - 1)) * da, sth = std::sin(th), cth = std::cos(th);
+        for (int i = 0; i < nf; i++) {
+            const float f = f1 + i * df, u = f * sth / a, v = (f * cth - fc) / b, dsq = u * u + v * v;
+            if (dsq >= 1) continue;
+            const float w = f / fc * cirwght(dsq), con1 = 16000 * f / c;
+            const float ar = w * s[2 * (j * nf + i)], ai = w * s[2 * (j * nf + i) + 1];
+            float* to = z;
+            for (int iy = 0; iy < ny; iy++) {
+                const float y0 = -(ny / 2) * dy + iy * dy, con2 = 16000 * fc * y0 / c;
+                for (int ix = 0; ix < nx; ix++, to += 2) {
+                    const float x0 = -(nx / 2) * dx + ix * dx;
+                    float dr = cde * (cth * y0 - sth * x0);
+                    if (ni > 1) {
+                        const float rr = rc2 * dr + x0 * x0 + y0 * y0;
+                        for (int k = 1; k < ni; k++) dr = rr / (dr + rc2);
+                    }
+                    float aa = std::fmod(dr * con1 - con2, 8000.0F);
+                    if (aa < 0) aa += 8000;
+                    const int ia = static_cast<int>(std::lround(aa));
+                    const float br = table[ia + 2000], bi = table[ia];
+                    to[0] += br * ar - bi * ai;
+                    to[1] += bi * ar + br * ai;
+                }
+            }
+        }
+    }
+}
 
 void plain_pk2dpos(const float* c, int nx, int ny, int k0, int ni, float* xp, float* yp, float* ap) {
     int iy = (k0 - 1) / nx, ix = k0 - 1 - iy * nx;

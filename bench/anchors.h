@@ -43,6 +43,10 @@ std::vector<float> noise(std::size_t n);
 // Each sample by itself: remainder of one cycle, cosine, sine.
 void plain_mocomp(float* x, int nf, int nt, float f1, float df, float rh, const double* d);
 
+// Each sample into each point: refinement of the range, remainder, table.
+void plain_polarfor1(const float* s, int nf, int na, float f1, float df, float rc, float de, float da, int nx,
+                     int ny, float dx, float dy, int ni, float c, float* z);
+
 // Each tap by itself: two looks into the tables.
 void plain_pk2dpos(const float* c, int nx, int ny, int k0, int ni, float* xp, float* yp, float* ap);
 
