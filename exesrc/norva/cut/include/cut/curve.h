@@ -1,0 +1,30 @@
+#pragma once
+// A complex curve as amplitude and phase, and back. Complex samples are interleaved floats; phases in cycles.
+
+namespace norva {
+
+// Samples whose amplitude is at most this part of the peak have no phase of their own.
+constexpr float AMPHS_LEVEL = 0.01F;
+
+// Scales n complex samples so that the largest amplitude is 1; scale receives what it was. 0 leaves them as
+// they are: all are zero. A value that is no number, or an infinite one, gives a scale of infinity.
+void ampscl(float* x, int n, float* scale);
+
+// Amplitude, and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample of more than 1 % of
+// the peak on. Phases of samples at or below that level lie on the line between their neighbours above it, or
+// on the line through the first or last two of these.
+void amphs(const float* x, int n, int ks, float* am, float* ph);
+
+// x = am exp(ks 2 pi i ph).
+void aptocx(const float* am, const float* ph, int n, int ks, float* x);
+
+// x(k) *= exp(sign 2 pi i ph(k)).
+void turn(float* x, int n, int sign, const float* ph);
+
+// x(k) *= exp(2 pi i (k*step + start)), k from 0; cycles.
+void turn_line(float* x, int n, double step, double start);
+
+// Central differences (a(k+1) - a(k-1))/2, one-sided at the ends; 0 for a single sample. b may be a.
+void differ(const float* a, int n, float* b);
+
+} // namespace norva
