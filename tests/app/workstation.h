@@ -4,6 +4,7 @@
 #include "app/main_window.h"
 #include "app/start.h"
 #include "fileio/gat.h"
+#include "image/ximag.h"
 #include "journal/journal.h"
 #include "port_record/port_record.h"
 #include "profiles/doppler_window.h"
@@ -92,6 +93,7 @@ protected:
         wi_reset_for_tests();
         xrp_reset_for_tests();
         xdp_reset_for_tests();
+        ximag_reset_for_tests();
         messages.clear();
         said_ = &messages;
         char name[] = "norva";

@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "app/start.h"
 #include "doppler_int.h"
+#include "image/ximag.h"
 #include "journal/journal.h"
 #include "port_qt/port_qt.h"
 #include "port_qt/testing.h"
@@ -51,6 +52,7 @@ protected:
         wi_reset_for_tests();
         xrp_reset_for_tests();
         xdp_reset_for_tests();
+        ximag_reset_for_tests();
         char name[] = "norva";
         char* argv[] = {name, nullptr};
         norva_start_with({});

@@ -3,6 +3,7 @@
 
 #include "app/gpf.h"
 #include "app/main_window.h"
+#include "image/ximag.h"
 #include "journal/crash_file.h"
 #include "journal/journal.h"
 #include "journal/listing.h"
@@ -63,6 +64,12 @@ static std::string doppler_gate_text() {
     return strprintf("Doppler %.2f gates in row %d", gate.doppler, gate.row);
 }
 
+static std::string image_gate_text() {
+    image_gate gate;
+    if (!strongest_image_gate(gate)) return "-";
+    return strprintf("range %.2f, crossrange %.2f gates", gate.range, gate.crossrange);
+}
+
 // One line of the summary.
 struct step_report {
     std::string window = "main", files = "-", gate = "-";
@@ -82,6 +89,12 @@ static void take_window(step_report& line, const std::string& name, wi_obj* wind
     line.files += " " + name + ".pdf";
 }
 
+static void take_image(step_report& line, const std::string& name) {
+    line.window = "image";
+    line.gate = image_gate_text();
+    take_window(line, name, ximag_window(), ximag_bttn, XI_HARDCOPY, true);
+}
+
 static void show_step(int position) {
     const std::string name = strprintf("step_%03d", position);
     step_report line;
@@ -93,6 +106,8 @@ static void show_step(int position) {
         line.window = "Doppler profile";
         line.gate = doppler_gate_text();
         take_window(line, name, xdp_window(), xdp_cb, 1, xdp_initialized());
+    } else if (imgwinon) {
+        take_image(line, name);
     }
     run.summary += strprintf("%4d  %-40s %-16s %-28s %s\n", position, step_text(tag_at(position)).c_str(),
                              line.window.c_str(), line.files.c_str(), line.gate.c_str());
@@ -101,18 +116,40 @@ static void show_step(int position) {
 static void go_to(int position);
 
 static void after_step(int position) {
-    show_step(position);
     if (position < eoj)
         the_port().later([position] { go_to(position + 1); });
     else
         finish();
 }
 
+// The image's own steps, until it closes.
+static void next_image_step(int position);
+
+static void after_image_step(int position) {
+    step_report line;
+    const int step = ximag_count();
+    take_image(line, strprintf("step_%03d_%02d", position, step));
+    run.summary +=
+        strprintf("%7s  %-37s %-16s %-28s %s\n", strprintf(".%02d", step).c_str(), ximag_action().c_str(),
+                  line.window.c_str(), line.files.c_str(), line.gate.c_str());
+    next_image_step(position);
+}
+
+static void next_image_step(int position) {
+    const int before = ximag_count();
+    ximag_step(IMAGE_STEP_FORWARD);
+    const bool shown = imgwinon && ximag_count() != before;
+    the_port().later([position, shown] { shown ? after_image_step(position) : after_step(position); });
+}
+
 // A step's pictures are taken in a later turn of the loop, when its window has been painted.
 static void go_to(int position) {
     user.count = position;
     mng_jrnl(nullptr, 0);
-    the_port().later([position] { after_step(position); });
+    the_port().later([position] {
+        show_step(position);
+        imgwinon ? next_image_step(position) : after_step(position);
+    });
 }
 
 static void begin() {

@@ -11,6 +11,7 @@
 #include "app/user_defaults.h"
 #include "app/window_values.h"
 #include "app/write_pfx.h"
+#include "image/ximag.h"
 #include "journal/journal.h"
 #include "journal/store.h"
 #include "main_window_int.h"
@@ -21,6 +22,7 @@
 #include "state/defaults.h"
 #include "state/run.h"
 #include "state/user.h"
+#include "state/write_out.h"
 #include "toolkit/toolkit.h"
 #include "zuvsys/strprintf.h"
 
@@ -75,6 +77,7 @@ static void take_raw_file(wi_obj* wo) {
         select_journal_file(free_journal_name(user.rdfile));
         show_count();
     }
+    ximag_reset_axis();
     def.pi_ifx = def.pi_ify = 2;
 }
 
@@ -175,6 +178,7 @@ static void start_analysis(wi_obj* wo, int tag) {
     }
     norva_enable_flds(0);
     if (tag == 8) xrp(1);
+    if (tag == 9) ximag();
     if (tag == 10) xdp();
     if (!analysis_window_open()) norva_enable_flds(1); // a message on the way kept it shut
 }
@@ -186,6 +190,7 @@ void filewin_cb(wi_obj* wo, int tag) {
     case 1: take_raw_file(wo); break;
     case 2: take_journal(); break;
     case 8:
+    case 9:
     case 10:
     case 13: start_analysis(wo, tag); break;
     default: return;
@@ -222,7 +227,10 @@ static int downsize(int nf0, int nt0, int nf) {
 static bool step_by_key(wi_obj*, char key) {
     if ((key != 'Z' && key != 'Y') || msgwinon || kwinon || quit_window_up()) return false;
     if (eoj == 0) return true;
-    mng_jrnl(nullptr, key == 'Z' ? 2 : 1);
+    if (imgwinon) // its own steps come before the journal's
+        ximag_step(key == 'Z' ? IMAGE_STEP_BACK : IMAGE_STEP_FORWARD);
+    else
+        mng_jrnl(nullptr, key == 'Z' ? 2 : 1);
     return true;
 }
 
@@ -239,6 +247,9 @@ static void connect_modules() {
     journal_hooks.show_journal_name = [] { select_journal_file(user.jfile); };
     journal_hooks.mng_jrnl = replay_journal;
     rp_hooks.downsize = downsize;
+    write_hooks.image_hands_over = [] {
+        if (imgwinon) ximag_bttn(nullptr, PI_WRITE);
+    };
     wi_hooks.shortcut = step_by_key;
 }
 

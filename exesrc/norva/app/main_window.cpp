@@ -54,6 +54,7 @@ struct analysis_button {
 static constexpr analysis_button analyses[] = {
     {"Range Prof", 8, "Range profiles of the window of data"},
     {"Doppler Prof", 10, "Doppler profiles of the signal at range 0"},
+    {"Image", 9, "Image of the window of data"},
 };
 
 const main_window_controls& main_window() {

@@ -3,6 +3,7 @@
 
 #include "app/main_window.h"
 #include "app/message_text.h"
+#include "image/ximag.h"
 #include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "state/run.h"
@@ -43,6 +44,7 @@ static void refresh_all_controls() {
     refresh_controls();
     xrp_refresh_controls();
     xdp_refresh_controls();
+    ximag_refresh_controls();
 }
 
 void msgwin_cb(wi_obj*, int) {

@@ -6,6 +6,7 @@
 #include "app/main_window.h"
 #include "app/names.h"
 #include "app/window_values.h"
+#include "image/ximag.h"
 #include "journal/crash_file.h"
 #include "journal/journal.h"
 #include "journal/record.h"
@@ -178,6 +179,7 @@ static bool take_step_window(const journal_step& step) {
 }
 
 static void close_windows() {
+    if (imgwinon) ximag_leave();
     if (rpwinon) xrp_cb(nullptr, 0);
     norva_enable_flds(1);
     if (dpwinon) xdp_cb(nullptr, 0);
@@ -201,16 +203,20 @@ static void drive_doppler(const journal_step& step) {
     }
 }
 
-static void drive(const journal_step& step) {
+static void drive(journal_step& step) {
     const int ko = step.tag;
     if (returns_to_main(ko)) return;
     // A jump from one window's steps to another's passes no step that closes the first.
-    if (rpwinon && ko >= 29) xrp_cb(nullptr, 0);
-    if (dpwinon && ko <= 16) xdp_cb(nullptr, 0);
+    if (imgwinon) ximag_leave();
+    if (rpwinon && ko >= 28) xrp_cb(nullptr, 0);
+    if (dpwinon && (ko <= 16 || ko == 28)) xdp_cb(nullptr, 0);
     if (ko >= 3 && ko <= 8) {
         filewin_cb(nullptr, 8);
     } else if (ko == 16 && step.window_on) {
         xrp(2);
+    } else if (ko == 28) {
+        jary = std::move(step.jary);
+        filewin_cb(nullptr, 9);
     } else if (ko >= 29 && ko <= 34) {
         drive_doppler(step);
     } else {
