@@ -470,6 +470,46 @@ TEST_F(analysis, journals_that_are_none) {
     }
 }
 
+// Steps whose record does not hold together: the program stays where it is, or stands without data, and goes
+// on.
+TEST_F(analysis, steps_that_cannot_be_gone_to) {
+    analyse();
+    click("DISMISS");
+    click("SAVE");
+    const std::string sound = test::read_all("drift.jou;1");
+    const auto word = [&](std::size_t byte) {
+        std::int32_t value = 0;
+        for (int b = 3; b >= 0; b--) value = value << 8 | static_cast<unsigned char>(sound[byte + b]);
+        return value;
+    };
+    // Behind the head and the two counts, each with its length on both sides: the places, then the words.
+    const std::size_t places = 208 + 16 + 4, words = places + 4 * (word(208 + 4) + 1) + 8;
+    const auto with = [&](int step, int item, char value) {
+        std::string bytes = sound;
+        bytes[words + 4 * (word(places + 4 * step) + item)] = value;
+        test::write_all("poor.jou", bytes);
+        start();
+        open_journal("poor.jou");
+        go_to(4);
+        ASSERT_TRUE(messages.empty());
+        rec->shortcut(getparenthandle(main_window().top), 'Z');
+    };
+    with(3, 4, 0); // no frequencies
+    EXPECT_EQ(messages, std::vector<std::string>{"ERROR(6) in mng_jrnl()/jrnl -- corrupted memory!"});
+    EXPECT_EQ(user.count, 4);
+    click("Range Prof"); // takes the place behind the position that stands
+    EXPECT_EQ(user.count, 5);
+
+    with(3, 1, 60); // more corrections than there are
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].find("Bad mocomp pointer in mng_jrnl()!"), 0u);
+    click("Range Prof"); // not on the data of another position
+    EXPECT_EQ(rpwinon, 0);
+    go_to(2);
+    EXPECT_EQ(rpwinon, 1);
+    EXPECT_TRUE(samples() == seen_.at(2).data);
+}
+
 TEST_F(analysis, a_folder_that_cannot_be_written) {
     using std::filesystem::perms;
     std::filesystem::permissions("drift.pfx", perms::all);

@@ -88,8 +88,9 @@ TEST_F(user_defaults, damaged_files_are_taken_whole_or_not_at_all) {
     EXPECT_EQ(rw_dflt_file(".", "r"), 0);
     EXPECT_EQ(rw_dflt_file("missing.dflt", "r"), 0);
     EXPECT_EQ(rw_dflt_file("no/such/folder.dflt", "w"), 0);
-    start(); // the damaged file at start
+    start(); // the damaged file at start: told once there is a window
     EXPECT_EQ(def.mwi_nti, 9);
+    EXPECT_TRUE(rec->find(port_kind::label, "Unable to open file!"));
 }
 
 TEST_F(user_defaults, window) {
@@ -103,6 +104,7 @@ TEST_F(user_defaults, window) {
     EXPECT_EQ(visible(), 18 + 2);
     EXPECT_EQ(rec->window(fields[1]).text, "100.0000");
     rec->enter(fields[1], "50");
+    rec->enter(fields[2], "1e999"); // nothing that could be read back
     ASSERT_TRUE(click("NEXT"));
     EXPECT_EQ(visible(), 18 + 2);
     EXPECT_FALSE(rec->visible(fields[0]));
@@ -114,6 +116,7 @@ TEST_F(user_defaults, window) {
     EXPECT_TRUE(messages.empty());
     start();
     EXPECT_EQ(def.pi_npmx, 50);
+    EXPECT_EQ(def.pi_npmx_max, 200);
     EXPECT_EQ(dflt_autoload_flag, 1);
     ASSERT_TRUE(click("User Defaults"));
     EXPECT_TRUE(rec->find(port_kind::toggle, "Load default file upon program start"));

@@ -105,8 +105,15 @@ TEST_F(doppler_on_screen, zoom_and_back_shows_the_same_picture) {
     EXPECT_FALSE(click("Rmv Drift"));
     ASSERT_TRUE(click("Unzoom"));
     ASSERT_TRUE(click("Unzoom"));
+    EXPECT_FALSE(click("Unzoom"));
     EXPECT_EQ(look(), whole);
     EXPECT_TRUE(shown() == profiles);
+    int zooms = 0;
+    while (zooms < 20 && click("Zoom")) zooms++;
+    EXPECT_EQ(zooms, 6); // 2^6 = WDW IFACT
+    while (click("Unzoom")) {
+    }
+    EXPECT_EQ(look(), whole);
     EXPECT_EQ(user.mc.ptr, 0);
 }
 

@@ -154,11 +154,11 @@ static bool apply_corrections() {
         }
         if (mc.flag[i] == MC_DECIMATE) {
             apply_decimation(static_cast<int>(mc.t[i][0]), static_cast<int>(mc.t[i][1]));
-            continue;
+        } else {
+            user.f0 = window_f0(user.nf0);
+            user.bw = user.nf * user.df;
+            mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, mc.t[i].data());
         }
-        user.f0 = window_f0(user.nf0);
-        user.bw = user.nf * user.df;
-        mocomp(user.pfdata.data(), user.nf, user.nt, user.f0, user.df, user.rh, mc.t[i].data());
         rpt_progress(i + 1, mc.ptr);
     }
     return true;

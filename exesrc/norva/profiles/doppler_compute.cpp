@@ -104,10 +104,13 @@ bool compute_doppler() {
     return dp.okset;
 }
 
+bool doppler_can_zoom() {
+    return have_doppler() && (2L << dp.izoom) <= static_cast<long>(dp.ip) * dp.ni && dp.nf >= 2;
+}
+
 void doppler_zoom_once() {
-    if (!have_doppler() || (2L << dp.izoom) > static_cast<long>(dp.ip) * dp.ni) return;
+    if (!doppler_can_zoom()) return;
     const int nfp = dp.nf / 2, first = dp.nf / 4;
-    if (nfp < 1) return;
     float* p = user.dpdata.data();
     for (std::size_t j = 0; j < static_cast<std::size_t>(user.dp_nc); j++)
         std::memmove(p + j * nfp, p + j * dp.nf + first, nfp * sizeof(float));

@@ -46,6 +46,7 @@ void clamp_parameters(int& wdw, int& ifact, int& lag);
 // Profiles by user.dp_ni, dp_ip and dp_lag, which are brought within their limits, at no zoom. False after a
 // message; there are no profiles then.
 bool compute_doppler();
+bool doppler_can_zoom();  // the extent can be halved once more
 void doppler_zoom_once(); // halves the extent about Doppler 0; nothing at the limit
 void doppler_zoom_again(int n);
 

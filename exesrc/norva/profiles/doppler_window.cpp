@@ -128,7 +128,9 @@ void xdp_refresh_controls() {
     wi_enable(win.drift, ready && dp.izoom == 0);
     wi_enable(win.center, ready);
     if (win.peaks) wi_enable(win.peaks, ready);
-    if (dpwinon) plotwin_refresh_controls(heard, dp.okset);
+    if (dpwinon)
+        plotwin_refresh_controls(
+            {.heard = heard, .picture = dp.okset, .zoom = doppler_can_zoom(), .unzoom = dp.izoom > 0});
     wi_button_setstate(win.center, dp.m_mode == DP_MODE_CENTER); // a toggle flips before its call
     wi_label(win.hint, !dp.okset                     ? "Set WDW, IFACT and LAG, then press INITIALIZE."
                        : dp.m_mode == DP_MODE_CENTER ? "Left button: the Doppler that moves to 0."

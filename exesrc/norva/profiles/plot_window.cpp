@@ -86,7 +86,7 @@ static struct {
     wi_obj* window = nullptr;
     number_control interpolation, interval, centre, height, truncation;
     default_follower interpolation_default;
-    wi_obj *scaling = nullptr, *zooms = nullptr, *actions = nullptr;
+    wi_obj *scaling = nullptr, *zoom = nullptr, *unzoom = nullptr, *actions = nullptr;
     const plot_client* client = &clients[0];
     client_settings own[2]; // of each client, while the other one is served
 } pw;
@@ -221,9 +221,9 @@ void plotwin_init() {
     wi_listsel_selchng_cb(pw.scaling, plotwin_cb, SCALING);
 
     const bool downsize = pw.client->can_downsize();
-    wi_obj* zooms = pw.zooms = wi_mk_butary(wi_form_parent(fm, 8, 200, 252, 226), 1, 2);
-    wi_butary_button(zooms, "Zoom", 0, plotwin_cb, 7);
-    wi_butary_button(zooms, "Unzoom", 0, plotwin_cb, 8);
+    wi_obj* zooms = wi_mk_butary(wi_form_parent(fm, 8, 200, 252, 226), 1, 2);
+    pw.zoom = wi_butary_button(zooms, "Zoom", 0, plotwin_cb, 7);
+    pw.unzoom = wi_butary_button(zooms, "Unzoom", 0, plotwin_cb, 8);
     wi_obj* actions = pw.actions = wi_mk_butary(wi_form_parent(fm, 8, 232, 252, 258), 1, downsize ? 2 : 1);
     wi_butary_button(actions, "Hardcopy", 0, plotwin_cb, HARDCOPY);
     if (downsize) wi_butary_button(actions, "Downsize", 0, plotwin_cb, DOWNSIZE);
@@ -235,10 +235,12 @@ void plotwin_init() {
     set_deltas(pw.client->kind);
 }
 
-void plotwin_refresh_controls(bool heard, bool picture) {
+void plotwin_refresh_controls(const plot_readiness& ready) {
     if (!pw.window) return;
-    wi_enable(pw.window, heard);
-    for (wi_obj* wo : {pw.interval.wo, pw.centre.wo, pw.zooms, pw.actions}) wi_enable(wo, picture);
+    wi_enable(pw.window, ready.heard);
+    for (wi_obj* wo : {pw.interval.wo, pw.centre.wo, pw.actions}) wi_enable(wo, ready.picture);
+    wi_enable(pw.zoom, ready.picture && ready.zoom);
+    wi_enable(pw.unzoom, ready.picture && ready.unzoom);
 }
 
 void plotwin_reset() {

@@ -80,10 +80,13 @@ void restore_full_range() {
     rp.izoom = 0;
 }
 
+bool can_zoom() {
+    return have_profiles() && (2L << rp.izoom) <= user.nf && user.nr >= 2;
+}
+
 void zoom_once() {
-    if (!have_profiles() || (2L << rp.izoom) > user.nf) return;
+    if (!can_zoom()) return;
     const int nrp = user.nr / 2, first = user.nr / 4;
-    if (nrp < 1) return;
     float* p = user.rpdata.data();
     for (int j = 0; j < rp.nt; j++) {
         const std::size_t row = static_cast<std::size_t>(j);

@@ -44,6 +44,7 @@ bool have_profiles();         // user.rpdata belongs to the current window of da
 // --- range_compute.cpp
 bool compute_profiles();   // false after a message: too many gates; the old profiles stay, if they still fit
 void restore_full_range(); // ends the zoom: user.rpdata as computed last
+bool can_zoom();           // the extent can be halved once more
 void zoom_once();          // halves the extent about the middle; nothing at the limit
 void zoom_again(int n);
 

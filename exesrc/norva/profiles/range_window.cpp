@@ -117,7 +117,9 @@ void xrp_refresh_controls() {
     wi_enable(win.dismiss, !msgwinon);
     wi_enable(win.buttons, heard);
     if (win.help) wi_enable(win.help, heard);
-    if (rpwinon) plotwin_refresh_controls(heard, true);
+    if (rpwinon)
+        plotwin_refresh_controls(
+            {.heard = heard, .picture = true, .zoom = can_zoom(), .unzoom = rp.izoom > 0});
     ambs_dialog_refresh();
 }
 
@@ -218,7 +220,6 @@ void xrp_cb(wi_obj* wo, int tag) {
         if (!rp_hooks.xpk_init) break;
         pkswinon = 1;
         rp_hooks.xpk_init(1);
-        xrp_refresh_controls();
         break;
     case 15: begin_line(); break;
     case 16: set_mode(MODE_CENTER); break;
@@ -260,6 +261,7 @@ void xrp_cb(wi_obj* wo, int tag) {
         redraw();
         break;
     }
+    xrp_refresh_controls();
 }
 
 } // namespace norva

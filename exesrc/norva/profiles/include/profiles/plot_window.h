@@ -35,9 +35,13 @@ double plotwin_interval();
 double plotwin_centre();
 void plotwin_put_times(double interval, double centre);
 
-// Greys what the profile window would ignore: everything when it hears no clicks, and what acts on a picture
-// when there is none.
-void plotwin_refresh_controls(bool heard, bool picture);
+// What the profile window hears now; what it would ignore is grey.
+struct plot_readiness {
+    bool heard = true;    // clicks at all
+    bool picture = false; // there is one to act on
+    bool zoom = false, unzoom = false;
+};
+void plotwin_refresh_controls(const plot_readiness& ready);
 
 // The window's top object; null before plotwin_init.
 wi_obj* plotwin_window();
