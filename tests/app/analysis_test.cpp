@@ -4,8 +4,11 @@
 
 #include "app/gpf.h"
 #include "journal/store.h"
+#include "state/defaults.h"
+#include "zuvsys/strprintf.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <map>
 
@@ -219,6 +222,63 @@ TEST_F(analysis, decimation_refused_or_without_effect) {
     EXPECT_EQ(user.mc.nt[0], 20);
 }
 
+TEST_F(analysis, decimated_to_the_smallest_size) {
+    open("drift.pfx");
+    const float bw = 32 * 4.0f, dwell = 24 * 0.01f;
+    decimate(1'000'000, 1'000'000);
+    EXPECT_EQ(user.nf, 2);
+    EXPECT_EQ(user.nt, 2);
+    EXPECT_FLOAT_EQ(user.bw, bw);
+    EXPECT_FLOAT_EQ(user.dwell, dwell);
+    remember();
+    messages.clear();
+    decimate(3, 7);
+    click("Range Prof");
+    click("Doppler Prof");
+    EXPECT_EQ(messages,
+              (std::vector<std::string>{"No decimation done!", "The number of time pulses must be >= 3",
+                                        "The number of time pulses must be >= 3"}));
+    EXPECT_EQ(eoj, 1);
+    go_to(0);
+    expect_position(1);
+    click("SAVE");
+    start();
+    open_journal("drift.jou;1");
+    expect_position(1);
+}
+
+// Whatever is typed, wherever, and whatever is pressed then: the window of data stays inside the file.
+TEST_F(analysis, absurd_values_in_every_field) {
+    open("drift.pfx");
+    const char* const windows[] = {"NORVA: main",     "NORVA: range profile",    "NORVA: Doppler profile",
+                                   "NORVA: defaults", "NORVA: profile plotting", "Remove Doppler Ambs"};
+    const char* const buttons[] = {
+        "Range Prof", "Plot",      "Rmv Ambs", "Apply",        "Rmv Drift",
+        "Zoom",       "Downsize",  "DISMISS",  "Doppler Prof", "INITIALIZE",
+        "Center",     "Rmv Drift", "Plot",     "Zoom",         "Unzoom",
+        "Downsize",   "DISMISS",   "DISMISS",  "Decimate",     "User Defaults",
+        "WRITE",      "NEXT",      "DISMISS",  "SAVE",         "Input Parameter Style"};
+    for (const char* text : {"1e30", "-1e30", "1e999", "-7", "0", "", "1e-30", "2.7", "9999999999", "."})
+        for (const char* button : buttons) {
+            for (const char* window : windows)
+                if (const port_win top = rec->find(port_kind::top, window))
+                    for (port_win field : rec->all(port_kind::field, top))
+                        if (rec->visible(field) && rec->window(field).text.find("drift") == std::string::npos)
+                            rec->enter(field, text);
+            rec->run_pending();
+            if (msgwinon) click("ACKNOWLEDGE");
+            click(button);
+            ASSERT_GE(user.nf, 1) << text << " then " << button;
+            ASSERT_GE(user.nt, 1);
+            ASSERT_LE(user.nf0 + user.nf - 1, 32);
+            ASSERT_LE(user.nt0 + user.nt - 1, 24);
+            for (const default_row& row : default_rows()) ASSERT_TRUE(std::isfinite(def.*row.field));
+        }
+    while ((rpwinon || dpwinon) && click("DISMISS")) {
+    }
+    EXPECT_EQ(rpwinon + dpwinon, 0);
+}
+
 TEST_F(analysis, steps_back_and_forward_in_the_same_run) {
     analyse();
     ASSERT_EQ(eoj, 7);
@@ -419,14 +479,17 @@ TEST_F(analysis, quitting) {
     click("Yes");
     EXPECT_TRUE(rec->has_quit);
 
-    // The text file: frame, then every correction with its delays.
+    // The text file: frame (time, width, centre frequency, pulse, interval; kind, corrections, delays of the
+    // first), then every correction with its delays. Centre: 9008 + 0.5 (32 - 1) 4.
     const std::string text = test::read_all("drift.mc;1");
-    EXPECT_EQ(
-        text.find(
-            "Output Motion Compensation File from NORVA\nData file: drift.pfx\nJournal file: drift.jou;1\n"
-            "****\n"),
-        0u);
+    const std::string frame =
+        "Output Motion Compensation File from NORVA\nData file: drift.pfx\nJournal file: drift.jou;1\n****\n"
+        "0.040000\n100.000000\n9070.000000\n0.004000\n0.010000\n0\n4\n24\n24\n";
+    EXPECT_EQ(text.substr(0, frame.size()), frame);
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 12 + 2 * (1 + 24) + 2 * (1 + 16));
+    // The second correction moves range by 3 gates of the 128 MHz there were: the same delay for all records.
+    const std::string constant = strprintf("24\n%4.10f\n%4.10f\n", 3.0 / 128, 3.0 / 128);
+    EXPECT_NE(text.find(constant), std::string::npos);
 }
 
 TEST_F(analysis, quitting_without_saving) {
