@@ -12,7 +12,7 @@ namespace norva {
 
 constexpr float HEIGHT = 0.07f;
 constexpr float MARGIN = 0.03f;            // between a text and the lines around it
-constexpr float LEAST_LENGTH = 2.5f;       // of a line that is labelled, in widths of the label
+constexpr float LEAST_LENGTH = 4;          // of a line that is labelled, in widths of the label
 constexpr float LEAST_STRAIGHTNESS = 0.8f; // of the stretch under a label: its chord over its length
 
 namespace {
