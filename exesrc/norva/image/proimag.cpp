@@ -32,7 +32,7 @@ constexpr action actions[] = {
     {7, "Status", 1, act_nothing, result_status},
     {8, "Compute Cut", 6, act_cut, result_image},
     {9, "Center Image", 6, act_center, result_image},
-    {10, "Polar Format Initialization"},
+    {10, "Polar Format Initialization", PI_POLAR_DATA_WORD, nullptr, result_image, do_polar_init},
     {11, "", 1, act_nothing, result_data},
     {12, ""},
     {13, ""},

@@ -1,4 +1,4 @@
-// Action 0: the image is formed.
+// Action 0: the image is formed; what it has in common with polar formatting.
 #include "image/proimag.h"
 #include "proimag_int.h"
 #include "signal/fft.h"
@@ -46,11 +46,6 @@ struct direction {
     bool turned(int k) const { return place(k) % 2 != 0; }
 };
 
-float finite(std::int32_t word) {
-    const auto value = std::bit_cast<float>(word);
-    return std::fabs(value) <= 3.0e38F ? value : 0.0F;
-}
-
 // Up to `together` frequencies are done at once: as many samples as lie on a line of the cache.
 constexpr int together = 8;
 
@@ -77,8 +72,8 @@ void load_data(words_in q, const direction& time, const direction& frequency, in
             const float turn = time.turned(t) ? -1.0F : 1.0F;
             for (int k = 0; k < count; k++) {
                 const float w = turn * sign[k] * weight[k][distance];
-                row[k][at] = w * finite(sample[2 * k]);
-                row[k][at + 1] = w * finite(sample[2 * k + 1]);
+                row[k][at] = w * finite_sample(sample[2 * k]);
+                row[k][at + 1] = w * finite_sample(sample[2 * k + 1]);
             }
         }
         for (int k = 0; k < count; k++) gfft(row[k], nx, ksx);
@@ -98,12 +93,8 @@ std::int64_t image_size(int n, int factor) {
     return iradx2(static_cast<int>(std::min<std::int64_t>(static_cast<std::int64_t>(n) * factor, 1 << 30)));
 }
 
-// The texts of the checks that an image's formation makes, for both kinds.
-struct init_texts {
-    failure memory, peaks, scaling;
-};
+} // namespace
 
-// Checks of a record whose data start at `data_word`, and its parameters.
 failure read_init(words_in in, std::size_t data_word, const init_texts& texts, image_parms& parms) {
     if (in.size() < data_word) return SHORT_RECORD;
     parms.nf = in[1];
@@ -130,7 +121,6 @@ failure read_init(words_in in, std::size_t data_word, const init_texts& texts, i
     return nullptr;
 }
 
-// The new image stands in qb.
 failure begin_with(processor& p, const image_parms& parms, int init, std::size_t data_word, words_out out) {
     std::swap(p.qa, p.qb);
     img = parms;
@@ -148,8 +138,6 @@ failure begin_with(processor& p, const image_parms& parms, int init, std::size_t
     p.first = img;
     return text;
 }
-
-} // namespace
 
 failure do_init(processor& p, words_in in, words_out out) {
     image_parms parms = img;

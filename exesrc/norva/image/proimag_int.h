@@ -10,8 +10,10 @@
 #include "state/image_cut.h"
 
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -84,12 +86,27 @@ failure result_left(processor& p, words_out out); // end that was replayed: noth
 
 // Requests that are no step. `in` is the whole record.
 failure do_init(processor& p, words_in in, words_out out);
+failure do_polar_init(processor& p, words_in in, words_out out);
 failure do_go(processor& p, words_in in, words_out out);
 failure do_step(processor& p, words_in in, words_out out);
 failure do_store_cut(processor& p, words_in in, words_out out);
 failure do_export(processor& p, words_in in, words_out out);
 failure do_restore(processor& p, words_in in, words_out out);
 failure do_end(processor& p, words_in in, words_out out);
+
+// A sample of the data; what is no number counts as nothing.
+inline float finite_sample(std::int32_t word) {
+    const auto value = std::bit_cast<float>(word);
+    return std::fabs(value) <= std::numeric_limits<float>::max() ? value : 0.0F;
+}
+
+// What actions 0 and 10 have in common: the checks, with the texts of each, of a record whose data start at
+// `data_word`, and its parameters; and the beginning with the new image, which stands in qb.
+struct init_texts {
+    failure memory, peaks, scaling;
+};
+failure read_init(words_in in, std::size_t data_word, const init_texts& texts, image_parms& parms);
+failure begin_with(processor& p, const image_parms& parms, int init, std::size_t data_word, words_out out);
 
 // Replays stored actions up to step `target`, writes the result of the last.
 failure replay(processor& p, int target, words_out out);
