@@ -205,7 +205,7 @@ private:
 
 pfx_text_result pfx_from_text(const std::string& text, const std::string& gate) {
     line_reader in(text);
-    if (!in.fault().empty()) return {.fault = "unable to read " + text + ": " + in.fault()};
+    if (!in.fault().empty()) return {.fault = in.fault()};
     safe_file out(gate);
     if (!out.good()) return {.fault = out.why()};
     text_form form(in, out);

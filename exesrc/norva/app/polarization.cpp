@@ -33,7 +33,7 @@ void polwin_init() {
     for (int i = 0; i < TOGGLES; i++) win.toggle[i] = wi_mk_button(cells, cdf_poles[i], 1, close_choose, i);
     wi_mk_button(wi_form_parent(win.fm, 30, 83, 70, 98), "Done", 0, close_choose, DONE);
     wi_size(win.fm, 200, 175);
-    wi_position(win.fm, 800, 300);
+    wi_position(win.fm, 800, 430);
     press(0);
 }
 
