@@ -3,6 +3,7 @@
 #include "cu/pks.h"
 #include "cu/rea.h"
 #include "cu/vec.h"
+#include "fileio/gat.h"
 #include "scene/scene_file.h"
 #include "support/temp_dir.h"
 
@@ -57,8 +58,8 @@ TEST_F(file_tools, info_shows_a_gate_file_of_any_machine) {
             0u)
             << got.out;
         EXPECT_NE(got.out.find("  FIRST_FREQ         double  9e+09\n"), std::string::npos);
-        EXPECT_NE(got.out.find("elements\n  0  time 1.5  range 0  (120, 0)  (120, 0)  ... of 3\n"
-                               "  1  time 1.75  range 0  (120, 0)  (120, 0)  ... of 3\n"),
+        EXPECT_NE(got.out.find("elements\n  0  time 1.5  range 0  (30000, 0)  (30000, 0)  ... of 3\n"
+                               "  1  time 1.75  range 0  (30000, 0)  (30000, 0)  ... of 3\n"),
                   std::string::npos)
             << got.out;
     }

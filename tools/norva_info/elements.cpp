@@ -164,10 +164,14 @@ std::string type_name(int filetype) {
 }
 
 zuvfile_ptr open_typed(const std::string& name, int& status) {
-    const file_type* type = type_of(zuvfiletype(name));
-    zuvfile_ptr file = type ? type->open(name) : nullptr;
-    status = file ? ZUV_OK : type ? type->error() : ZUV_BAD_TYPE;
-    return file;
+    if (const file_type* type = type_of(zuvfiletype(name))) {
+        zuvfile_ptr file = type->open(name);
+        status = file ? ZUV_OK : type->error();
+        return file;
+    }
+    int code = 0, headsize = 0, elementsize = 0;
+    status = zuvfileopen(name, code, headsize, elementsize) ? ZUV_BAD_TYPE : zuvfileerror();
+    return nullptr;
 }
 
 std::string element_text(_zuvfile* file, std::int64_t items, int& status) {

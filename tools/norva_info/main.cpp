@@ -142,7 +142,6 @@ bool show(const std::string& name, const options& opt) {
     const zuvfile_ptr file = open_typed(name, status);
     if (!file) {
         show_container(name);
-        if (zuvfiletype(name) < 0) status = ZUV_NO_OPEN;
         complain(1, name + ": " + zuvstatus_text(status));
         return false;
     }
