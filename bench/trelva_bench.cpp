@@ -1,10 +1,12 @@
 // The script language beside plain loops: arithmetic on arrays of a million elements, sorting, peak search,
 // and the cost of a formula and of a script line.
+#include "pair.h"
 #include "trelva/eval.h"
 #include "trelva/script.h"
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -31,44 +33,43 @@ void formula(benchmark::State& state, const std::string& text) {
     }
 }
 
-// The same as a loop with a new array for its result.
-template <class F> void plain_loop(benchmark::State& state, F f) {
+// A formula of one operation beside a plain loop that makes a new array, too.
+template <class F> void operation(benchmark::State& state, const std::string& text, F f) {
     sp_language context = with_arrays();
     sp_value va = sp_var_getval(context, "A"), vb = sp_var_getval(context, "B");
     const double *a = va.ary.data(), *b = vb.ary.data();
-    for (auto _ : state) {
-        std::vector<double> c(million);
-        for (std::size_t i = 0; i < million; i++) c[i] = f(a[i], b[i]);
-        benchmark::DoNotOptimize(c.data());
-        benchmark::ClobberMemory();
-    }
+    bench::measure(state, {.prepare = {},
+                           .anchor =
+                               [&] {
+                                   std::vector<double> c(million);
+                                   for (std::size_t i = 0; i < million; i++) c[i] = f(a[i], b[i]);
+                                   benchmark::DoNotOptimize(c.data());
+                                   benchmark::ClobberMemory();
+                               },
+                           .product =
+                               [&] {
+                                   sp_value val = sp_eval_formula(context, text);
+                                   benchmark::DoNotOptimize(val.ary.data());
+                               },
+                           .goal = 2});
 }
 
-// The same into an array that stands already.
-template <class F> void loop_in_place(benchmark::State& state, F f) {
-    sp_language context = with_arrays();
-    sp_value va = sp_var_getval(context, "A"), vb = sp_var_getval(context, "B");
-    const double *a = va.ary.data(), *b = vb.ary.data();
-    std::vector<double> c(million);
-    for (auto _ : state) {
-        for (std::size_t i = 0; i < million; i++) c[i] = f(a[i], b[i]);
-        benchmark::DoNotOptimize(c.data());
-        benchmark::ClobberMemory();
-    }
-}
-
-constexpr auto plus = [](double a, double b) { return a + b; };
-constexpr auto divide = [](double a, double b) { return a / b; };
-constexpr auto mixed = [](double a, double b) { return a * b + a * 2.0 - b; };
-
-BENCHMARK_CAPTURE(formula, A_plus_B, "A+B")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plain_loop, A_plus_B, plus)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(loop_in_place, A_plus_B, plus)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(formula, A_by_B, "A/B")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plain_loop, A_by_B, divide)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(formula, mixed, "A*B+A*2-B")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plain_loop, mixed, mixed)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(formula, SIN, "SIN(A)")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(operation, A_plus_B, "A+B", [](double a, double b) { return a + b; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, A_minus_B, "A-B", [](double a, double b) { return a - b; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, A_times_B, "A*B", [](double a, double b) { return a * b; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, A_by_B, "A/B", [](double a, double b) { return a / b; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, A_plus_2, "A+2", [](double a, double) { return a + 2.0; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, A_by_3, "A/3", [](double a, double) { return a / 3.0; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, 2_minus_A, "2-A", [](double a, double) { return 2.0 - a; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, 2_by_B, "2/B", [](double, double b) { return 2.0 / b; })->UseManualTime();
+BENCHMARK_CAPTURE(operation, SQRT, "SQRT(A)", [](double a, double) { return std::sqrt(a); })->UseManualTime();
+BENCHMARK_CAPTURE(operation, SIN, "SIN(A)", [](double a, double) { return std::sin(a); })->UseManualTime();
+BENCHMARK_CAPTURE(operation, POW, "POW(A,B)", [](double a, double b) {
+    return std::pow(a, b);
+})->UseManualTime();
+BENCHMARK_CAPTURE(operation, CLIPTOP, "CLIPTOP(A,0.5)", [](double a, double) {
+    return a > 0.5 ? 0.5 : a;
+})->UseManualTime();
 BENCHMARK_CAPTURE(formula, SORT, "SORT(A)")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(formula, RANK, "RANK(A)")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(formula, SHUFFLE, "SHUFFLE(A,ORDER)")->Unit(benchmark::kMillisecond);

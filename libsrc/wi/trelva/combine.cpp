@@ -2,23 +2,24 @@
 #include "trelva/eval.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 
 namespace norva {
 
 namespace {
 
-// A divisor counts as zero when it is neither below nor above zero, so not-a-number does too.
-bool is_zero(double divisor) {
-    return !(divisor < 0.0 || divisor > 0.0);
-}
+constexpr const char* by_zero = "Divide By Zero Error.";
 
-bool any_zero(std::span<const double> divisors) {
-    // Counted to the end, in integers as wide as a double, so that the loop runs on whole vectors.
-    std::int64_t zeros = 0;
-    for (double divisor : divisors) zeros += is_zero(divisor) ? 1 : 0;
-    return zeros > 0;
-}
+// 1 for a divisor that counts as zero: one that is neither below nor above zero, so not-a-number does too. By
+// its bits, since comparisons would keep a loop from running on whole vectors: without the sign and less one,
+// only zero (all ones) and not-a-number (beyond infinity) have all eleven bits of the exponent set.
+constexpr auto is_zero = [](double divisor) -> std::uint64_t {
+    const std::uint64_t exponent = ((std::bit_cast<std::uint64_t>(divisor) << 1) - 1) >> 53;
+    return (exponent + 1) >> 11;
+};
+
+constexpr auto never = [](double) -> std::uint64_t { return 0; };
 
 std::size_t result_length(const sp_value& val1, const sp_value& val2) {
     if (val1.type != SP_ARRAY) return val2.npts();
@@ -32,28 +33,45 @@ sp_value result_array(sp_value& val1, sp_value& val2, std::size_t n) {
     return sp_new_array(n);
 }
 
+// f of each element, and how many elements were bad: counted to the end, and in doubles, so that the loop
+// runs on whole vectors.
+template <class F, class Bad>
+std::uint64_t each(std::span<double> c, const double* a, const double* b, bool many1, bool many2, F f,
+                   Bad bad) {
+    const std::size_t n = c.size();
+    std::uint64_t count = 0;
+    auto one = [&](std::size_t i, double x, double y) {
+        c[i] = f(x, y);
+        count += bad(y);
+    };
+    if (many1 && many2)
+        for (std::size_t i = 0; i < n; i++) one(i, a[i], b[i]);
+    else if (many1)
+        for (std::size_t i = 0; i < n; i++) one(i, a[i], *b);
+    else
+        for (std::size_t i = 0; i < n; i++) one(i, *a, b[i]);
+    return count;
+}
+
 // Operands are arrays or numbers, at least one of them an array. The result may stand on an operand's own
 // elements, which is safe because an element is read before it is written.
-template <class F> sp_value elementwise(sp_value& val1, sp_value& val2, F f) {
-    const std::size_t n = result_length(val1, val2);
+template <class F, class Bad> sp_value elementwise(sp_value& val1, sp_value& val2, F f, Bad bad) {
     const bool many1 = val1.type == SP_ARRAY, many2 = val2.type == SP_ARRAY;
-    const double *a = val1.ary.data(), *b = val2.ary.data();
     const double sa = val1.scaler, sb = val2.scaler;
-    sp_value result = result_array(val1, val2, n);
+    const double *a = many1 ? val1.ary.data() : &sa, *b = many2 ? val2.ary.data() : &sb;
+    sp_value result = result_array(val1, val2, result_length(val1, val2));
     if (result.type == SP_ERROR) return result;
-    double* c = result.ary.own().data();
-    if (many1 && many2)
-        for (std::size_t i = 0; i < n; i++) c[i] = f(a[i], b[i]);
-    else if (many1)
-        for (std::size_t i = 0; i < n; i++) c[i] = f(a[i], sb);
-    else
-        for (std::size_t i = 0; i < n; i++) c[i] = f(sa, b[i]);
-    return result;
+    const std::uint64_t zeros = each(result.ary.own(), a, b, many1, many2, f, bad);
+    return zeros > 0 ? sp_mkerror(by_zero) : result;
+}
+
+template <class F, class Bad> sp_value numeric(sp_value& val1, sp_value& val2, F f, Bad bad) {
+    if (val1.type != SP_SCALER || val2.type != SP_SCALER) return elementwise(val1, val2, f, bad);
+    return bad(val2.scaler) ? sp_mkerror(by_zero) : sp_mkscaler(f(val1.scaler, val2.scaler));
 }
 
 template <class F> sp_value numeric(sp_value& val1, sp_value& val2, F f) {
-    if (val1.type == SP_SCALER && val2.type == SP_SCALER) return sp_mkscaler(f(val1.scaler, val2.scaler));
-    return elementwise(val1, val2, f);
+    return numeric(val1, val2, f, never);
 }
 
 sp_value sp_plus(sp_value& val1, sp_value& val2) {
@@ -69,10 +87,8 @@ sp_value sp_mult(sp_value& val1, sp_value& val2) {
 }
 
 sp_value sp_divide(sp_value& val1, sp_value& val2) {
-    std::span<const double> divisors(&val2.scaler, 1);
-    if (val2.type == SP_ARRAY) divisors = val2.ary.span().first(result_length(val1, val2));
-    if (any_zero(divisors)) return sp_mkerror("Divide By Zero Error.");
-    return numeric(val1, val2, [](double a, double b) { return a / b; });
+    return numeric(
+        val1, val2, [](double a, double b) { return a / b; }, is_zero);
 }
 
 sp_value join(sp_value val1, const sp_value& val2) {
