@@ -1,4 +1,4 @@
-// Any bytes as a series file: spline, IQ, track, Doppler. Loaded, evaluated, updated, closed.
+// Any bytes as a series file of every type. Loaded, evaluated, updated, closed.
 #include "memory_file.h"
 #include "walk_series.h"
 

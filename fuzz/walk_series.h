@@ -6,9 +6,12 @@
 #include "cu/espl.h"
 #include "cu/geniq.h"
 #include "cu/genrea.h"
+#include "cu/img.h"
 #include "cu/iq.h"
+#include "cu/pks.h"
 #include "cu/rea.h"
 #include "cu/track.h"
+#include "cu/vec.h"
 #include "walk_container.h"
 
 #include <cmath>
@@ -80,7 +83,45 @@ inline void walk_elements(zuvfile_ptr file) {
     u_close(std::move(file));
 }
 
-// IQ, track, Doppler and gate files: as themselves, as complex rows, as a track.
+// Peaks are read and written with all slots in use and with some. What is written last is read back.
+inline void walk_peaks(const std::string& name, const char* mode) {
+    pksfile_ptr p = openpks(name, mode, 1);
+    if (!p) return;
+    double tme = 0.0;
+    std::vector<float> pos(7), amp(50);
+    std::vector<char> flags(9);
+    for (int i = 0; i < 20 && getpks(p.get(), tme, pos, amp, flags) == ZUV_OK; i++) {
+    }
+    for (int n : {0, 1, p->hd.npks}) {
+        if (n > 4096) continue;
+        if (setpksnitems(p.get(), n) != ZUV_OK) throw std::logic_error("peaks in use");
+        const std::vector<float> values(static_cast<std::size_t>(n), 2.5F);
+        u_elemmove(p.get(), u_nelem(p.get()));
+        if (putpks(p.get(), 1e9, values, values, std::vector<char>(values.size(), 1)) != ZUV_OK) continue;
+        u_elemmove(p.get(), u_nelem(p.get()) - 1);
+        if (getpks(p.get(), tme, pos, amp, flags) != ZUV_OK || (n > 0 && pos[0] != 2.5F))
+            throw std::logic_error("peaks written");
+    }
+    walk_elements(std::move(p));
+}
+
+// Rows of an image or vector file; what is written last is read back.
+template <class Ptr, class Get, class Put, class V>
+void walk_rows(Ptr p, Get get, Put put, int n, std::vector<V> some) {
+    double tme = 0.0;
+    while (get(p.get(), tme, some) == ZUV_OK && u_nextelem(p.get()) < 20) {
+    }
+    u_kwput_d(p.get(), "prf", 7.0);
+    u_kwput_i(p.get(), "T0", -3);
+    u_elemmove(p.get(), u_nelem(p.get()));
+    if (n <= 4096 && put(p.get(), std::vector<V>(static_cast<std::size_t>(n), V{1.5})) == ZUV_OK) {
+        u_elemmove(p.get(), u_nelem(p.get()) - 1);
+        if (get(p.get(), tme, some) != ZUV_OK || some[0] != V{1.5}) throw std::logic_error("row written");
+    }
+    walk_elements(std::move(p));
+}
+
+// Files of all types but splines: as themselves, as complex rows, as a track.
 inline void walk_series(const std::string& name) {
     for (const char* mode : {"Old", "Update"}) {
         walk_elements(openiq(name, mode));
@@ -91,6 +132,15 @@ inline void walk_series(const std::string& name) {
             while (getdop(dop.get(), tme, amps) == ZUV_OK && u_nextelem(dop.get()) < 20) {
             }
             walk_elements(std::move(dop));
+        }
+        walk_peaks(name, mode);
+        if (imgfile_ptr img = openimg(name, mode, 1)) {
+            const int n = img->hd.nsamp <= 2048 ? 2 * img->hd.nsamp : 4097;
+            walk_rows(std::move(img), getimg, putimg, n, std::vector<float>(50));
+        }
+        if (vecfile_ptr vec = openvec(name, mode, 1)) {
+            const int n = vec->hd.nvec;
+            walk_rows(std::move(vec), getvec, putvec, n, std::vector<double>(50));
         }
     }
     walk_elements(opengeniq(name));

@@ -1,10 +1,16 @@
 // The examples of the language reference, run from the document.
 #include "cu/espl.h"
+#include "cu/img.h"
+#include "cu/iq.h"
+#include "cu/pks.h"
+#include "cu/rea.h"
 #include "fileio/gat.h"
 #include "fileio/ufile.h"
 #include "show.h"
 #include "support/temp_dir.h"
 #include "zuvsys/cstrings.h"
+
+#include <array>
 
 namespace norva::test {
 namespace {
@@ -22,6 +28,17 @@ void write_samples() {
     u_kwput_d(gates.get(), "prf", 2.0);
     for (float n = 1; n <= 4; n++) putgat(gates.get(), 0.0, std::vector<float>{n, 1, n, 2, n, 3});
     ASSERT_EQ(u_close(std::move(gates)), ZUV_OK);
+    iqfile_ptr iq = openiq("sample.iq", "New");
+    for (float n = 1; n <= 2; n++) putiq(iq.get(), 3 * n, 4 * n);
+    imgfile_ptr img = openimg("sample.img", "New", 2);
+    for (float n : {0.0F, 4.0F}) putimg(img.get(), std::array{n + 1, n + 2, n + 3, n + 4});
+    reafile_ptr rea = openrea("sample.rea", "New");
+    for (int n = 0; n < 3; n++) putrea(rea.get(), 0.5 * n, 7000.0 - 10.0 * n, 0.5F, 0.25F, 1);
+    pksfile_ptr pks = openpks("sample.pks", "New", 2); // half a metre of wavelength
+    u_kwput_d(pks.get(), "xlam", 0.5);
+    u_kwput_d(pks.get(), "PITCH", 1.5);
+    for (float n : {1.0F, 2.0F})
+        putpks(pks.get(), n, std::array{n, -2 * n - 2}, std::array{1.0F, 1.0F}, std::array<char, 2>{1, 1});
 }
 
 TEST(trelva_document, examples_give_what_they_say) {

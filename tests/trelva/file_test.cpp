@@ -1,13 +1,17 @@
 // Functions that read data files, on files written by the test itself.
 #include "cu/dop.h"
+#include "cu/img.h"
 #include "cu/iq.h"
+#include "cu/pks.h"
 #include "cu/rea.h"
+#include "cu/vec.h"
 #include "fileio/gat.h"
 #include "fileio/ufile.h"
 #include "show.h"
 #include "support/temp_dir.h"
 #include "trelva/functions.h"
 
+#include <array>
 #include <cmath>
 
 namespace norva::test {
@@ -61,6 +65,10 @@ TEST_F(trelva_files, gate_files) {
                              {"GATFILE(\"a.pfx\",ALLTIME,11,11.5)", "[10 10.5 11 11.5 12 12.5]"},
                              {"GATFILE(\"a.pfx\",I,\"ISLOT=4\")", "error: Invalid ISLOT."},
                              {"GATFILE(\"a.pfx\",I,\"ISLOT=-1\")", "error: Invalid ISLOT."},
+                             {"GATFILE(\"a.pfx\",DATA,12.1,99,\"ISLOT=2\")", "[6 2]"},
+                             {"GATFILE(\"a.pfx\",DATA,12.1)", "[6 1 6 2 6 3]"},
+                             {"NINT(100*GATFILE(\"a.pfx\",RATE))", "[200 200 200 200 200 200]"},
+                             {"NINT(GATFILE(\"a.pfx\",ACC,11,12))+0", "[0 0 0]"},
                              {"GATFILE(\"a.pfx\",YAW)", no_type},
                              {"GATFILE(\"a.pfx\",NPKS)", no_type},
                              {"GATFILE(\"a.pfx\",nothing)", no_type},
@@ -159,6 +167,7 @@ TEST_F(trelva_files, track_files) {
                    {"REAFILE(\"a.rea\",ELEV,0,0.5)", "[0.5 0.5]"},
                    {"REAFILE(\"a.rea\",AZ,0,0.5)", "[0.25 0.25]"},
                    {"REAFILE(\"a.rea\",VALID,3,4)", "[1 0 1]"},
+                   {"REAFILE(\"a.rea\",DATA,0,0.5)", "[7000 0.5 0.25 6986 0.5 0.25]"},
                    {"NINT(1000*REAFILE(\"a.rea\",RATE,4,6))", "[2000 6000 10000 14000 18000]"},
                    {"NINT(REAFILE(\"a.rea\",RATE,2,5,\"FITALL=NO\",\"NAVG=5\"))", "[-14 -10 -6 -2 2 6 10]"},
                    {"NINT(1000*REAFILE(\"a.rea\",ACC,4,9,2,\"FITALL=YES\"))", "[nan nan]"}, // two make no fit
@@ -167,6 +176,111 @@ TEST_F(trelva_files, track_files) {
                    {"REAFILE(\"a.rea\",XPOS)", no_type},
                    {"REAFILE(\"a.iq\",RANGE)", "error: Unable to open file."},
                });
+}
+
+// Three peaks at each of two times, two of them there; in Hz, half a metre of wavelength.
+TEST_F(trelva_files, peak_files) {
+    pksfile_ptr file = openpks("a.pks", "New", 3);
+    _pksheader head = file->hd;
+    head.text = "tracks";
+    head.nfft = 64;
+    head.wdw = 32;
+    head.lag = 8;
+    head.weight = 2;
+    head.prf = 16;
+    head.xlam = 0.5;
+    ASSERT_EQ(putpkshead(file.get(), head), ZUV_OK);
+    u_kwput_d(file.get(), "PITCH", 1.5);
+    for (float n : {0.0F, 1.0F})
+        putpks(file.get(), 4.0 + 0.5 * n, std::array{n + 1, n - 4, 0.0F}, std::array{9.0F, 8.0F, 0.0F},
+               std::array<char, 3>{1, 1, 0});
+    ASSERT_EQ(u_close(std::move(file)), ZUV_OK);
+    const std::string few = "error: This peaks file does not contain enough peaks for ISLOT.";
+    expect_all(context_,
+               {
+                   {"PKSFILE(\"a.pks\",TIME)", "[4 4.5]"},
+                   {"PKSFILE(\"a.pks\",LOC)", "[1 2]"},
+                   {"PKSFILE(\"a.pks\",LOC,\"ISLOT=2\")", "[-4 -3]"},
+                   {"PKSFILE(\"a.pks\",AMP,\"ISLOT=2\",\"MAX=1\")", "[8]"},
+                   {"PKSFILE(\"a.pks\",VALID,\"ISLOT=3\")", "[0 0]"},
+                   {"PKSFILE(\"a.pks\",RATE)", "[-0.25 -0.5]"},
+                   {"PKSFILE(\"a.pks\",DATA,4.5,9)", no_overlap},
+                   {"PKSFILE(\"a.pks\",DATA,4.1,9)", "[2 9 -3 8 0 0]"},
+                   {"PKSFILE(\"a.pks\",LOC,\"ISLOT=4\")", few},
+                   {"PKSFILE(\"a.pks\",LOC,\"ISLOT=-1\")", "error: Invalid ISLOT."},
+                   {"PKSFILE(\"a.pks\",ACC)", "error: This peaks file does not contain acceleration data."},
+                   {"PKSFILE(\"a.pks\",PHASE)", no_type},
+                   {"PKSFILE(\"a.pks\",PKSTYPE)", "\"Rate\""},
+                   {"PKSFILE(\"a.pks\",XUNITS)+\" \"+PKSFILE(\"a.pks\",YUNITS)", "\"Seconds Hz\""},
+                   {"PKSFILE(\"a.pks\",NFFTSIZE)", "64"},
+                   {"PKSFILE(\"a.pks\",LAG)", "8"},
+                   {"PKSFILE(\"a.pks\",WINDOW)", "32"},
+                   {"PKSFILE(\"a.pks\",WEIGHT)", "2"},
+                   {"PKSFILE(\"a.pks\",NPKS)", "3"},
+                   {"PKSFILE(\"a.pks\",NREC)", "2"},
+                   {"PKSFILE(\"a.pks\",NSAMP)", "2"},
+                   {"PKSFILE(\"a.pks\",PRF)*PKSFILE(\"a.pks\",XLAM)", "8"},
+                   {"PKSFILE(\"a.pks\",HEADER)", "\"tracks\""},
+                   {"PKSFILE(\"a.pks\",PITCH)", "1.5"}, // a keyword of that name
+                   {"PKSFILE(\"a.pks\",ROLL)", no_type},
+                   {"PKSFILE(\"a.pfx\",LOC)", "error: Unable to open file."},
+                   {"GETKW(\"a.pks\",\"npks\")", "3"},
+               });
+    pksfile_ptr rates = openpks("a.pks", "Update", 0);
+    u_kwput_i(rates.get(), "type", 1);
+    u_close(std::move(rates));
+    expect_all(context_,
+               {
+                   {"PKSFILE(\"a.pks\",ACC)", "[-0.25 -0.5]"},
+                   {"PKSFILE(\"a.pks\",RATE)", "error: This peaks file does not contain rate data."},
+                   {"PKSFILE(\"a.pks\",PKSTYPE)", "\"Acceleration\""},
+                   {"PKSFILE(\"a.pks\",YUNITS)", "\"Hz/sec\""},
+               });
+}
+
+TEST_F(trelva_files, image_and_vector_files) {
+    imgfile_ptr file = openimg("a.img", "New", 2);
+    u_kwput_d(file.get(), "T0", 3.0);
+    u_kwput_d(file.get(), "prf", 2.0);
+    u_kwput_d(file.get(), "xlam", 0.25);
+    for (float n : {0.0F, 1.0F, 2.0F}) putimg(file.get(), std::array{3 * n, 4 * n, -1.0F, n});
+    ASSERT_EQ(u_close(std::move(file)), ZUV_OK);
+    vecfile_ptr vec = openvec("a.vec", "New", 1);
+    u_kwput_d(vec.get(), "prf", 5.0);
+    ASSERT_EQ(u_close(std::move(vec)), ZUV_OK);
+    expect_all(context_, {
+                             {"IMGFILE(\"a.img\",TIME)", "[3 3.5 4]"},
+                             {"IMGFILE(\"a.img\",AMP,\"ISLOT=1\")", "[0 5 10]"},
+                             {"IMGFILE(\"a.img\",Q,3.2,9)", "[4 1 8 2]"},
+                             {"IMGFILE(\"a.img\",DATA,3.5,3.9)", "[3 4 -1 1]"},
+                             {"IMGFILE(\"a.img\",PHASE,3,3.4,\"ISLOT=2\")", "[0.5]"},
+                             {"IMGFILE(\"a.img\",NSAMP)", "2"},
+                             {"IMGFILE(\"a.img\",NREC)", "3"},
+                             {"IMGFILE(\"a.img\",PRF)", "2"},
+                             {"IMGFILE(\"a.img\",WAVELENGTH)", "0.25"},
+                             {"IMGFILE(\"a.img\",HEADER)", "\"\""},
+                             {"IMGFILE(\"a.img\",NFFT)", no_type},
+                             {"IMGFILE(\"a.img\",I,\"ISLOT=3\")", "error: Invalid ISLOT."},
+                             {"IMGFILE(\"a.pfx\",I)", "error: Unable to open file."},
+                             {"GETKW(\"a.img\",nsamp)", "2"},
+                             {"GETKW(\"a.vec\",nvec)+GETKW(\"a.vec\",prf)", "6"},
+                         });
+}
+
+// A row of a gate file that has no place for a range has none to give.
+TEST_F(trelva_files, gate_files_without_ranges) {
+    gatfile_ptr file = opengat_opt("flat.pfx", 1, GAT_BYTE, 0);
+    for (std::int8_t n : {1, 2, 3}) putgat_b(file.get(), 0.0, std::array<std::int8_t, 2>{n, 0});
+    u_kwput_d(file.get(), "RATE", 7.5);
+    ASSERT_EQ(u_close(std::move(file)), ZUV_OK);
+    expect_all(context_, {
+                             {"GATFILE(\"flat.pfx\",I)", "[1 2 3]"},
+                             {"GATFILE(\"flat.pfx\",RANGE)", no_type},
+                             {"GATFILE(\"flat.pfx\",ACC)", no_type},
+                             {"GATFILE(\"flat.pfx\",XLAM)", no_type},
+                             {"GATFILE(\"flat.pfx\",RATE)", "7.5"}, // a keyword of that name
+                             {"REAFILE(\"flat.pfx\",RANGE)", "error: Unable to open file."},
+                         });
 }
 
 // The phase of single samples is followed along the rows, that of whole rows within each row.

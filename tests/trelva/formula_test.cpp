@@ -211,19 +211,23 @@ TEST(trelva_formula, type_rules) {
 
 TEST(trelva_formula, division_by_zero) {
     sp_language context = with_variables();
-    expect_all(context, {
-                            {"1/0", by_zero},
-                            {"0/0", by_zero},
-                            {"A/0", by_zero},
-                            {"1/\"x\"", by_zero},
-                            {"1/SEQ(1,0)", by_zero},
-                            {"A/SEQ(1,2,0)", by_zero},
-                            {"SEQ(1,2)/SEQ(1,2,0)", "[1 1]"}, // the zero divides nothing
-                            {"1/(1e400-1e400)", by_zero},     // not-a-number counts as zero
-                            {"1/1e400", "0"},
-                            {"1/NONE", "[]"},
-                            {"(1/0)*0", by_zero},
-                        });
+    expect_all(context,
+               {
+                   {"1/0", by_zero},
+                   {"0/0", by_zero},
+                   {"A/0", by_zero},
+                   {"1/\"x\"", by_zero},
+                   {"1/SEQ(1,0)", by_zero},
+                   {"A/SEQ(1,2,0)", by_zero},
+                   {"SEQ(1,2)/SEQ(1,2,0)", "[1 1]"}, // the zero divides nothing
+                   {"1/(1e400-1e400)", by_zero},     // not-a-number counts as zero
+                   {"A/SEQ(1,-0.0)", by_zero},
+                   {"A/SEQ(1,1e400-1e400)", by_zero},
+                   {"SEQ(1,2,3)/SEQ(1e400,-1e400,5e-324)", "[0 -0 inf]"}, // the smallest number is no zero
+                   {"1/1e400", "0"},
+                   {"1/NONE", "[]"},
+                   {"(1/0)*0", by_zero},
+               });
 }
 
 TEST(trelva_formula, operands_keep_their_values) {

@@ -120,6 +120,8 @@ TEST(trelva_readers, iq_and_images) {
     EXPECT_EQ(read(sp_iq_kind, {"HEAD"}), "\"comment\"");
     EXPECT_EQ(read(sp_iq_kind, {"LOC"}), "error: Bad data type for file type.");
     EXPECT_EQ(read(sp_img_kind, {"I", "T1=0"}), "[2 3]");
+    EXPECT_EQ(read(sp_img_kind, {"DATA", "T1=0"}), "[2 0 3 4]");
+    EXPECT_EQ(read(sp_img_kind, {"DATA", "ISLOT=2", "MAX=2"}), "[3 4 3 4]");
     EXPECT_EQ(read(sp_img_kind, {"NSAMP"}), "2");
     data.readable = 2;
     EXPECT_EQ(read(sp_iq_kind, {"I"}), "error: Internal problem reading IQ file.");
@@ -139,7 +141,7 @@ TEST(trelva_readers, tracks) {
     EXPECT_EQ(read(sp_rea_kind, {"EL"}), "[0.25 0.25 0.25]");
     EXPECT_EQ(read(sp_rea_kind, {"AZIMUTH", "11"}), "[0.25 0.5]");
     EXPECT_EQ(read(sp_rea_kind, {"VALID"}), "[0 1 0]");
-    EXPECT_EQ(read(sp_rea_kind, {"PRF"}), "error: Parameter does not exist.");
+    EXPECT_EQ(read(sp_rea_kind, {"PRF"}), "error: Bad data type for file type."); // no such keyword
     EXPECT_EQ(read(sp_rea_kind, {"I"}), "error: Bad data type for file type.");
     data.readable = 0;
     EXPECT_EQ(read(sp_rea_kind, {"RANGE"}), "error: Internal problem reading REA file (2).");
@@ -164,6 +166,8 @@ TEST(trelva_readers, peaks) {
     EXPECT_EQ(read(sp_pks_kind, {"AMP", "ISLOT=2"}), "[200 200]");
     EXPECT_EQ(read(sp_pks_kind, {"VALID", "ISLOT=9"}), "[0 1]");
     EXPECT_EQ(read(sp_pks_kind, {"VALID", "ISLOT=8"}), "[0 0]");
+    EXPECT_EQ(read(sp_pks_kind, {"DATA", "ISLOT=9"}), "[90 900 91 900]");
+    EXPECT_EQ(read_value(sp_pks_kind, {"DATA"}).npts(), 36u);
     EXPECT_EQ(read(sp_pks_kind, {"RATE"}), "[-2.5 -2.75]"); // -xlam/2 metres a second for each Hz
     EXPECT_EQ(read(sp_pks_kind, {"ACC"}), "error: This peaks file does not contain acceleration data.");
     EXPECT_EQ(read(sp_pks_kind, {"LOC", "ISLOT=10"}),

@@ -1,10 +1,13 @@
 // The arguments of the functions that read data files.
 #include "file_args.h"
 
+#include "zuvsys/basicstr.h"
 #include "zuvsys/cstrings.h"
 #include "zuvsys/numparse.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace norva {
 
@@ -127,6 +130,15 @@ std::string without_edge_blanks(std::string text) {
 }
 
 } // namespace
+
+std::string sp_data_word(int datatype, bool whole) {
+    std::string name;
+    const auto at = std::ranges::find(data_types, datatype, &word_code::code);
+    if (at == std::end(data_types)) return name;
+    for (const char* c = at->word; *c && (whole || *c != '~'); c++)
+        if (*c != '~') name += static_cast<char>(tolowerx(static_cast<unsigned char>(*c)));
+    return name;
+}
 
 std::string sp_read_file_args(fileparams& parms, sp_args args) {
     std::size_t position = 0;

@@ -82,6 +82,9 @@ struct fileparams {
     int nptsbrk = 100;     // samples per interval of a spline
 };
 
+// The word of a data type in lower case: whole, or without the letters that may be left off.
+std::string sp_data_word(int datatype, bool whole);
+
 // Reads the arguments: texts with "=" outside quotes are keywords, others are file name, data type, T0, T1
 // and the element limit in turn. Returns the message of what is wrong, empty when nothing is.
 std::string sp_read_file_args(fileparams& parms, sp_args args);

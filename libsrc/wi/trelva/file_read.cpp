@@ -58,11 +58,15 @@ sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms) {
     if (!file) return sp_mkerror("Unable to open file.");
     if (parms.datatype >= SP_DT_HEADER) {
         sp_value word = kind.header(file.get(), parms.datatype);
-        if (word.type == SP_NULL) word = sp_common_header(file.get(), parms.datatype);
-        return word.type == SP_NULL ? sp_mkerror("Bad data type for file type.") : word;
+        if (word.type == SP_NULL) word = sp_common_word(file.get(), parms.datatype);
+        return word.type == SP_NULL ? sp_mkerror(std::string(SP_BAD_TYPE)) : word;
     }
     sp_item_source items = sp_is_time(parms.datatype) ? sp_item_source{1} : kind.items(file.get(), parms);
-    if (items.width == 0) return sp_mkerror(items.refused);
+    if (items.width == 0) {
+        sp_value word =
+            items.refused == SP_BAD_TYPE ? sp_common_word(file.get(), parms.datatype) : sp_value{};
+        return word.type == SP_NULL ? sp_mkerror(std::string(items.refused)) : word;
+    }
     std::string why = sp_outside(u_firsttime(file.get()), u_lasttime(file.get()), parms);
     if (!why.empty()) return sp_mkerror(std::move(why));
     const element_run run = elements_in_window(file.get(), parms);
@@ -74,7 +78,7 @@ sp_value sp_read_file(const sp_file_kind& kind, const fileparams& parms) {
     return values_of(file.get(), run, items, kind.read_failed);
 }
 
-sp_item_source sp_no_items(const char* refused) {
+sp_item_source sp_no_items(std::string_view refused) {
     sp_item_source none;
     none.refused = refused;
     return none;
@@ -87,17 +91,21 @@ sp_value sp_keyword_value(_zuvfile* file, const std::string& name) {
     if (u_error() == ZUV_OK) return sp_mkscaler(i);
     std::string s = u_kwget_s(file, name);
     if (u_error() == ZUV_OK) return sp_mkstring(std::move(s));
-    return sp_mkerror("Parameter does not exist.");
+    return {};
 }
 
-sp_value sp_common_header(_zuvfile* file, int datatype) {
+sp_value sp_common_word(_zuvfile* file, int datatype) {
     switch (datatype) {
     case SP_DT_HEADER: return sp_mkstring(c_ridedgews(u_kwget_s(file, "text").data()));
     case SP_DT_T0: return sp_mkscaler(u_firsttime(file));
     case SP_DT_T1: return sp_mkscaler(u_lasttime(file));
     case SP_DT_NREC: return sp_mkscaler(static_cast<double>(u_nelem(file)));
-    default: return {};
+    default: break;
     }
+    for (bool whole : {true, false})
+        if (const std::string name = sp_data_word(datatype, whole); !name.empty())
+            if (sp_value word = sp_keyword_value(file, name); word.type != SP_NULL) return word;
+    return {};
 }
 
 } // namespace norva

@@ -8,15 +8,18 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace norva {
 
 // Where the values of the asked item come from: `width` values for each element, read one element after the
 // other. No width: the kind does not have the item, or `refused` tells why it cannot be read.
+inline constexpr std::string_view SP_BAD_TYPE = "Bad data type for file type.";
+
 struct sp_item_source {
     std::size_t width = 0;
     std::function<bool(std::span<double> values)> next = {}; // false when a read fails
-    const char* refused = "Bad data type for file type.";
+    std::string_view refused = SP_BAD_TYPE;
 };
 
 struct sp_file_kind {
@@ -46,12 +49,13 @@ sp_value read_spl(const fileparams& parms); // read_spl.cpp
 std::string sp_outside(double first, double last, const fileparams& parms);
 
 // A source of no width, refused with a message.
-sp_item_source sp_no_items(const char* refused);
+sp_item_source sp_no_items(std::string_view refused);
 
-// A keyword of the file as a value: a number or a text; an error when the file does not have it.
+// A keyword of the file as a value: a number or a text; of type SP_NULL when the file does not have it.
 sp_value sp_keyword_value(_zuvfile* file, const std::string& name);
 
-// Header words every kind has: text, first and last time, number of elements.
-sp_value sp_common_header(_zuvfile* file, int datatype);
+// What any kind of file may answer, of type SP_NULL when this one does not: text, first and last time, number
+// of elements, and the keyword that has the name of the asked data type.
+sp_value sp_common_word(_zuvfile* file, int datatype);
 
 } // namespace norva

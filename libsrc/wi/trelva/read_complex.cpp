@@ -4,6 +4,7 @@
 #include "fileio/gat.h"
 #include "open_typed.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -55,17 +56,20 @@ struct unwrapper {
 sp_item_source complex_items(std::size_t n, const fileparams& parms,
                              std::function<bool(std::span<float>)> row) {
     const sample_value value = value_of(parms.datatype);
-    if (!value) return {};
+    const bool both = parms.datatype == SP_DT_DATA; // I and Q in turn
+    if (!value && !both) return {};
     if (parms.islot < 0 || static_cast<std::size_t>(parms.islot) > n) return sp_no_items("Invalid ISLOT.");
     const std::size_t first = parms.islot > 0 ? static_cast<std::size_t>(parms.islot) - 1 : 0;
     const std::size_t width = parms.islot > 0 ? 1 : n;
     const bool unwraps = parms.datatype == SP_DT_PHASE;
     // A row of samples is unwrapped by itself, single samples along the elements.
-    return {width, [=, pairs = std::vector<float>(), follow = unwrapper{}](std::span<double> out) mutable {
+    return {both ? 2 * width : width,
+            [=, pairs = std::vector<float>(), follow = unwrapper{}](std::span<double> out) mutable {
                 pairs.resize(2 * n); // not before a row is known to be there
                 if (!row(pairs)) return false;
                 if (width > 1) follow = {};
-                for (std::size_t i = 0; i < width; i++) {
+                if (both) std::copy_n(&pairs[2 * first], out.size(), out.begin());
+                for (std::size_t i = 0; i < width && !both; i++) {
                     out[i] = value(pairs[2 * (first + i)], pairs[2 * (first + i) + 1]);
                     if (unwraps) out[i] = follow(out[i]);
                 }
@@ -110,7 +114,7 @@ sp_value gat_header(_zuvfile* file, int datatype) {
 
 sp_item_source gat_items(_zuvfile* file, const fileparams& parms) {
     auto* gat = static_cast<_gatfile*>(file);
-    if (parms.datatype == SP_DT_RANGE)
+    if (parms.datatype == SP_DT_RANGE && gat->hd.incrng)
         return {1, [gat](std::span<double> range) {
                     double time = 0.0;
                     return getgat(gat, time, range[0], {}) == ZUV_OK;
@@ -131,7 +135,12 @@ sp_value read_iq(const fileparams& parms) {
     return sp_read_file(sp_iq_kind, parms);
 }
 
+// The derivatives of the range of each row are those of a track.
 sp_value read_gat(const fileparams& parms) {
+    if (parms.datatype == SP_DT_RATE || parms.datatype == SP_DT_ACC) {
+        const zuvfile_ptr file = sp_open_gat(parms.fname);
+        if (file && static_cast<_gatfile&>(*file).hd.incrng) return read_rea(parms);
+    }
     return sp_read_file(sp_gat_kind, parms);
 }
 

@@ -11,12 +11,17 @@ namespace norva {
 
 namespace {
 
-double value_of(const _reaelement& element, int datatype) {
+void take(const _reaelement& element, int datatype, std::span<double> value) {
     switch (datatype) {
-    case SP_DT_RANGE: return element.range;
-    case SP_DT_ELEVATION: return static_cast<double>(element.elevation);
-    case SP_DT_AZIMUTH: return static_cast<double>(element.azimuth);
-    default: return element.flag;
+    case SP_DT_RANGE: value[0] = element.range; break;
+    case SP_DT_ELEVATION: value[0] = static_cast<double>(element.elevation); break;
+    case SP_DT_AZIMUTH: value[0] = static_cast<double>(element.azimuth); break;
+    case SP_DT_DATA:
+        value[0] = element.range;
+        value[1] = static_cast<double>(element.elevation);
+        value[2] = static_cast<double>(element.azimuth);
+        break;
+    default: value[0] = element.flag;
     }
 }
 
@@ -26,13 +31,15 @@ sp_item_source rea_items(_zuvfile* file, const fileparams& parms) {
     case SP_DT_ELEVATION:
     case SP_DT_AZIMUTH:
     case SP_DT_AUTO:
+    case SP_DT_DATA:
     case SP_DT_VALID: break;
     default: return {};
     }
-    return {1, [file, datatype = parms.datatype](std::span<double> value) {
+    const std::size_t width = parms.datatype == SP_DT_DATA ? 3 : 1;
+    return {width, [file, datatype = parms.datatype](std::span<double> value) {
                 std::array<std::byte, REA_ELEMSIZE> bytes{};
                 if (u_getelem(file, bytes) != ZUV_OK) return false;
-                value[0] = value_of(rea_unpack(bytes), datatype);
+                take(rea_unpack(bytes), datatype, value);
                 return true;
             }};
 }

@@ -18,7 +18,7 @@ sp_value header_word(_zuvfile* file, int datatype) {
     case SP_DT_XUNITS: return sp_keyword_value(file, "xunits");
     case SP_DT_YUNITS: return sp_keyword_value(file, "yunits");
     case SP_DT_NCOE: return sp_keyword_value(file, "ncoe");
-    default: return sp_common_header(file, datatype);
+    default: return sp_common_word(file, datatype);
     }
 }
 
@@ -82,11 +82,10 @@ sp_value samples(_espl& spline, const fileparams& parms) {
 sp_value read_spl(const fileparams& parms) {
     splfile_ptr file = openspl(parms.fname, "Old", 0);
     if (!file) return sp_mkerror("Unable to open file.");
-    if (parms.datatype >= SP_DT_HEADER) {
+    if (!sp_is_time(parms.datatype) && !order_of(parms)) {
         sp_value word = header_word(file.get(), parms.datatype);
-        return word.type == SP_NULL ? sp_mkerror("Bad data type for file type.") : word;
+        return word.type == SP_NULL ? sp_mkerror(std::string(SP_BAD_TYPE)) : word;
     }
-    if (!sp_is_time(parms.datatype) && !order_of(parms)) return sp_mkerror("Bad data type for file type.");
     if (parms.nptsbrk < 1) return sp_mkerror("POINTSPERINTERVAL is too small");
     espl_ptr spline = espl_init_with_file(file.get(), ESPL_MEMORY);
     if (!spline) return sp_mkerror("Internal problem while reading spline (1).");
