@@ -12,6 +12,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <numbers>
+#include <string>
 
 namespace norva::bench {
 namespace {
@@ -98,14 +99,18 @@ words init_record(int nf, int nt, int factor, const std::vector<float>& q) {
 
 // Threads, frequencies, records, factor.
 void form_image(benchmark::State& state) {
-    if (!fftw::available()) return state.SkipWithError("needs FFTW (libfftw3-dev)");
     const auto nf = static_cast<int>(state.range(1)), nt = static_cast<int>(state.range(2)),
                factor = static_cast<int>(state.range(3));
+    const std::string title = "`proimag` forms " + std::to_string(factor * nt) + " x " +
+                              std::to_string(factor * nf) + " from " + std::to_string(nt) + " x " +
+                              std::to_string(nf);
+    if (!fftw::available()) return skip(state, title);
     const std::vector<float> q = scatterers(nf, nt);
     const words in = init_record(nf, nt, factor, q);
     words out(PI_RESULT_WORDS);
     told_image told(nf, nt, factor);
     contest c;
+    c.work = title;
     c.anchor = [&] { told.run(q.data()); };
     c.product = [&] { proimag(in, out); };
     c.threads = static_cast<int>(state.range(0));
@@ -114,7 +119,7 @@ void form_image(benchmark::State& state) {
 }
 BENCHMARK(form_image)
     ->UseManualTime()
-    ->MinTime(0.1)
+    ->Iterations(21)
     ->ArgsProduct({{1, 2}, {256}, {512}, {1}})
     ->ArgsProduct({{1, 2}, {128}, {256}, {2}});
 
@@ -131,6 +136,7 @@ void replay(benchmark::State& state) {
     const words init = init_record(nf, nt, 1, scatterers(nf, nt));
     words out(PI_RESULT_WORDS);
     contest c;
+    c.work = "`proimag` replays 19 actions";
     c.anchor = [&] {
         for (int k = 0; k < 20; k++) proimag(init, out);
     };
@@ -152,7 +158,7 @@ void replay(benchmark::State& state) {
     measure(state, c);
     if (out[0] != 20) state.SkipWithError("an action has failed");
 }
-BENCHMARK(replay)->UseManualTime()->MinTime(0.1);
+BENCHMARK(replay)->UseManualTime()->Iterations(9);
 
 } // namespace
 } // namespace norva::bench

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace norva::bench {
 namespace {
@@ -23,6 +24,7 @@ void peak_positions(benchmark::State& state) {
     for (int k = 1; k <= 20; k++) places.push_back(k * 13007 % (n * n) + 1);
     float x = 0, y = 0, a = 0;
     contest c;
+    c.work = "`pk2dpos`, 20 peaks, 7 steps, 512 x 512";
     c.anchor = [&] {
         for (int k : places) plain_pk2dpos(image.data(), n, n, k, 7, &x, &y, &a);
         benchmark::DoNotOptimize(a);
@@ -34,7 +36,7 @@ void peak_positions(benchmark::State& state) {
     c.goal = 0.08;
     measure(state, c);
 }
-BENCHMARK(peak_positions)->UseManualTime()->MinTime(0.02);
+BENCHMARK(peak_positions)->UseManualTime()->Iterations(101);
 
 // Every step as told, one after another, the transform by FFTW.
 void told_mwimag(const float* q, int nf, int nt, int nti, int lag, int npk, float* a, float* b, fftw& plan,
@@ -74,7 +76,8 @@ void told_mwimag(const float* q, int nf, int nt, int nti, int lag, int npk, floa
 
 // 512 records of 128 frequencies, windows of 32 records, 4 apart, 10 peaks each.
 void moving_window(benchmark::State& state) {
-    if (!fftw::available()) return state.SkipWithError("needs FFTW (libfftw3-dev)");
+    const std::string title = "`mwimag` 512 records, 128 frequencies";
+    if (!fftw::available()) return skip(state, title);
     const int nt = 512, nf = 128, nti = 32, lag = 4, npk = 10;
     const int nx = niceno(2 * nti), ny = niceno(2 * nf), most = npk * ((nt - nti) / lag + 1);
     const std::vector<float> raw = noise(2UL * nt * nf);
@@ -83,6 +86,7 @@ void moving_window(benchmark::State& state) {
     fftw plan(nx, ny, -1, b.data());
     int nto = 0;
     contest c;
+    c.work = title;
     c.anchor = [&] {
         told_mwimag(raw.data(), nf, nt, nti, lag, npk, a.data(), b.data(), plan, ap.data(), xp.data(),
                     yp.data());
@@ -94,7 +98,7 @@ void moving_window(benchmark::State& state) {
     c.goal = c.threads == 1 ? 0.5 : 0.3;
     measure(state, c);
 }
-BENCHMARK(moving_window)->UseManualTime()->MinTime(0.1)->Arg(1)->Arg(2);
+BENCHMARK(moving_window)->UseManualTime()->Iterations(9)->Arg(1)->Arg(2);
 
 } // namespace
 } // namespace norva::bench

@@ -3,6 +3,8 @@
 #include "mocomp/polar.h"
 #include "pair.h"
 
+#include <string>
+
 namespace norva::bench {
 namespace {
 
@@ -12,6 +14,7 @@ void polar_format(benchmark::State& state) {
     const std::vector<float> s = noise(2UL * n * n);
     std::vector<float> z(2UL * points * points);
     contest c;
+    c.work = "`polarfor1` 128 x 128 to 256 x 256, " + std::to_string(ni) + (ni == 1 ? " step" : " steps");
     const auto form = [&](auto polarfor) {
         polarfor(s.data(), n, n, 9000.0F, 8.0F, 40.0F, 0.05F, 0.002F, points, points, 0.02F, 0.02F, ni,
                  300.0F, z.data());

@@ -5,10 +5,12 @@
 #include <benchmark/benchmark.h>
 
 #include <functional>
+#include <string>
 
 namespace norva::bench {
 
 struct contest {
+    std::string work;              // as the table names it
     std::function<void()> prepare; // before each run of either, not measured
     std::function<void()> anchor;  // on one thread
     std::function<void()> product;
@@ -18,7 +20,11 @@ struct contest {
 };
 
 // One benchmark: as many rounds as the state wants. Times are those of the processor for one thread, and of
-// the clock for more.
+// the clock for more; there the time of all processors together is reported as well, as if they had shared it
+// evenly, which is what the clock would show on an idle machine.
 void measure(benchmark::State& state, const contest& c);
+
+// Ends a benchmark whose anchor is not there.
+void skip(benchmark::State& state, const std::string& work);
 
 } // namespace norva::bench

@@ -14,7 +14,7 @@ namespace norva {
 
 namespace {
 
-int last_status = ZUV_OK;
+thread_local int last_status = ZUV_OK;
 
 using head_bytes = std::array<std::byte, GAT_HEADSIZE>;
 

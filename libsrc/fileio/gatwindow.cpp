@@ -12,6 +12,7 @@ namespace norva {
 namespace {
 
 constexpr std::int64_t block_bytes = 512 << 10; // read at a time: stays in the cache while it is converted
+constexpr std::int64_t plain_bytes = 4 << 20;   // the same where nothing is converted
 constexpr int most_reports = 50;
 
 struct window {
@@ -56,7 +57,8 @@ int read_window(const window& w, const std::function<void(int, int)>& progress) 
     const bool whole = w.value == 4 && w.width == size;
     // A narrow window of long rows: reading its samples alone beats reading everything between them.
     const bool narrow = size > 65536 && w.width < size / 4;
-    const std::int64_t per_block = narrow ? 1 : std::clamp<std::int64_t>(block_bytes / size, 1, w.rows);
+    const std::int64_t at_a_time = whole && w.p->machine == MACHINE_THIS ? plain_bytes : block_bytes;
+    const std::int64_t per_block = narrow ? 1 : std::clamp<std::int64_t>(at_a_time / size, 1, w.rows);
     const std::int64_t block_size = whole ? 0 : narrow ? w.width : per_block * size;
     auto block = std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(block_size));
     std::span<std::byte> bytes(block.get(), static_cast<std::size_t>(block_size));

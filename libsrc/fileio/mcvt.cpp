@@ -148,7 +148,7 @@ constexpr converter floats8[5][5] = {
 };
 
 // The choice in force.
-struct {
+thread_local struct {
     converter i2, i4, i8, f4, f8;
 } chosen = {none, none, none, none, none};
 

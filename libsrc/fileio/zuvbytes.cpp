@@ -17,7 +17,7 @@ static_assert(std::endian::native == std::endian::little, "machine 4 is little-e
 
 namespace {
 
-int last_status = ZUV_OK;
+thread_local int last_status = ZUV_OK;
 
 constexpr std::size_t most_per_call = 1U << 30; // the system moves less than 2 GB at a time
 

@@ -224,6 +224,30 @@ TEST_F(raw_input, signal_types) {
     for (const auto& c : cases) EXPECT_EQ(classify_signal(c.text), c.type) << c.text;
 }
 
+TEST_F(raw_input, a_large_window_is_read_in_parts) {
+    // 3000 of 3200 records of 900 of 1000 samples: sample j of record i is its own number.
+    const int nf = 1000, nt = 3200;
+    gatfile_ptr file = opengat_opt("large.pfx", nf, GAT_FLOAT, 1);
+    std::vector<float> row(2 * nf);
+    for (int i = 0; i < nt; i++) {
+        for (int j = 0; j < nf; j++)
+            row[2 * j] = static_cast<float>(i), row[2 * j + 1] = static_cast<float>(j);
+        ASSERT_EQ(putgat(file.get(), 0, row), ZUV_OK);
+    }
+    ASSERT_EQ(zuvfileclose(std::move(file)), ZUV_OK);
+    user.rdfile = "large.pfx";
+    data_type = raw_kind::gate;
+    gp.nf = nf;
+    user.nf0 = 51, user.nf = 900, user.nt0 = 101, user.nt = 3000;
+    get_gpf_data(0, 0, 0, 0);
+    EXPECT_TRUE(messages.empty());
+    ASSERT_EQ(user.pfdata.size(), 2U * 900 * 3000);
+    for (std::size_t k = 0; k < 900U * 3000; k++) {
+        ASSERT_EQ(user.pfdata[2 * k], static_cast<float>(100 + k / 900)) << k;
+        ASSERT_EQ(user.pfdata[2 * k + 1], static_cast<float>(50 + k % 900)) << k;
+    }
+}
+
 TEST_F(raw_input, the_window_is_read_and_cut) {
     gate_scene scene;
     scene.delay = [](double t) { return 0.01 + t; }; // every sample differs

@@ -40,7 +40,7 @@ struct _gatfile : _zuvfile {
 
 using gatfile_ptr = std::unique_ptr<_gatfile, zuvfile_closer>;
 
-int getgaterror(); // last status of the gate layer
+int getgaterror(); // last status of the gate layer in this thread
 
 // Mode, by its first letter in either case: "Old" or "Read" open for reading, "Update" for reading and
 // writing, "New" or "Create" create. Null on failure; getgaterror tells why. `ngat` is used at create only:
@@ -60,7 +60,7 @@ int getgat(_gatfile* p, double& tme, double& rng, std::span<float> gats);
 // samples nsamp0 .. nsamp0 + nsamp - 1, both from 1, into `out` as interleaved float pairs, row after row.
 // Serves every dattype and machine. The next element does not move. -13 when the window is not
 // inside 1..nelements, 1..ngat or `out` is smaller than 2 nrec nsamp floats. `progress` is called with (rows
-// done, nrec), about fifty times at most.
+// done, nrec), about fifty times at most. Several threads may read windows of one file at the same time.
 int getgat_window(_gatfile* p, std::int64_t nrec0, std::int64_t nrec, std::int64_t nsamp0, std::int64_t nsamp,
                   std::span<float> out, const std::function<void(int, int)>& progress = {});
 

@@ -3,7 +3,7 @@
 // place on one value or on a run of values that stand one behind the other; values need no alignment.
 //
 // setmcvt chooses the pair of machines, the mcvt_ routines then convert. The choice is one for the whole
-// program: whoever converts calls setmcvt first, since two open files may come from different machines.
+// thread: whoever converts calls setmcvt first, since two open files may come from different machines.
 //
 //   code  machine       integers        4-byte float    8-byte float
 //   1     VAX           little-endian   VAX F           VAX D
