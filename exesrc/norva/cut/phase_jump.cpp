@@ -61,7 +61,7 @@ void phslim(const float* a, const float* p, int n, float* pmin, float* pmax) {
 void axset(float low, float high, float* tidy_low, float* tidy_high) {
     const double span = static_cast<double>(high) - low;
     double step = 0.5;
-    for (int k = 0; std::isfinite(span) && step < span / 10; k++) step *= k % 3 == 1 ? 2.5 : 2;
+    for (int k = 0; std::isfinite(span) && step < span / 10; k++) step *= k % 3 == 2 ? 2.5 : 2;
     *tidy_low = static_cast<float>(step * std::floor(low / step));
     *tidy_high = static_cast<float>(step * std::ceil(high / step));
 }

@@ -93,7 +93,8 @@ void store(const cut_action& run, int action) {
     cutj.ir.resize(static_cast<std::size_t>(next) + 1); // zeros
     cutj.np = s.np = s.end = next;
     cutj.ns = s.is;
-    cutj.jf = 1;
+    s.given = false;
+    if (!is_initial(action)) cutj.jf = 1;
 }
 
 // Runs one action and, when nothing of its own was written, shows the signal. False leaves everything as it
@@ -105,6 +106,7 @@ bool run_one(cut_action& run, bool last) {
     const cut_handler handler = action < std::ssize(rows) ? rows[action].handler : nullptr;
     if (!handler) return run.fail("***Action not activated");
     if (run.fresh && s.void_step && !is_initial(action)) return run.fail(no_signal);
+    run.quiet = !last;
     if (!handler(run)) return false;
 
     const bool initial = is_initial(action);
@@ -149,6 +151,7 @@ bool replay(cut_action& run, int ms, bool onward) {
         if (!first && run.words[0] == PC_EXIT) {
             s.is++;
             cutj.np = ++s.np;
+            run.quiet = false;
             put_exit(run);
             return true;
         }
@@ -169,8 +172,8 @@ bool replay_or_stay(cut_action& run, int ms, bool onward) {
 }
 
 bool forward(cut_action& run) {
-    if (cut().is >= cutj.ns) return run.fail("***Error 125...Cannot advance any further");
     if (cut().void_step) return run.fail(no_signal);
+    if (cut().is >= cutj.ns) return run.fail("***Error 125...Cannot advance any further");
     return replay_or_stay(run, cut().is + 1, true);
 }
 
@@ -187,7 +190,7 @@ bool exit_cut(cut_action& run) {
     if (s.void_step) s.is--;
     s.void_step = false;
     s.is++;
-    if (cutj.jf == 0) {
+    if (s.given) {
         s.np = s.end;
     } else {
         cutj.ir.resize(static_cast<std::size_t>(s.np) + 1);
@@ -228,8 +231,10 @@ bool init_cut(cut_action& run) {
         s.end = cutj.np;
         cutj.ns = std::max(cutj.ns, 0);
         cutj.jf = 0;
+        s.given = true;
         if (replay(run, 0, false)) return true;
     }
+    cutj.jf = 0;
     run.words = words;
     run.fresh = true;
     return run_one(run, true);

@@ -72,6 +72,7 @@ struct cut_state {
     int il = 0;             // last action
     int np = 0;             // word of the next stored action
     int end = 0;            // words that are stored
+    bool given = false;     // they are those that the image gave back, unchanged
     bool void_step = false; // the action of step `is` left no signal and is not stored
 
     cut_complex b, d;  // scratch of one action
@@ -85,9 +86,10 @@ struct cut_action {
     std::span<const std::int32_t> words; // from the action's number on
     std::span<std::int32_t> out;
     bool fresh = false;
-    const char* message = "***Action not activated";       // should it fail
-    int length = 0;                                        // of its record
-    int own = 0;                                           // > 0: words of a result of its own from out(0) on
+    bool quiet = false;                              // a replay goes on behind it: nobody wants the result
+    const char* message = "***Action not activated"; // should it fail
+    int length = 0;                                  // of its record
+    int own = 0;                                     // > 0: words of a result of its own from out(0) on
     std::array<std::int32_t, 2 + PC_MAX_BREAKS + 8> extra; // words behind the common result
     int nextra = 0;
 
@@ -99,8 +101,11 @@ struct cut_action {
     }
     void add(std::int32_t v) { extra[nextra++] = v; }
     void add(float v) { extra[nextra++] = std::bit_cast<std::int32_t>(v); }
-    void put(std::int32_t v) { out[own++] = v; }
-    void put(float v) { out[own++] = std::bit_cast<std::int32_t>(v); }
+    void put(std::int32_t v) {
+        if (!quiet) out[own] = v;
+        own++;
+    }
+    void put(float v) { put(std::bit_cast<std::int32_t>(v)); }
     void put(const float* v, int n) {
         for (int k = 0; k < n; k++) put(v[k]);
     }
