@@ -108,10 +108,10 @@ static void cells_to_display(const _vgdisplay& disp, const _vgdataframe& df, con
 // On paper all samples: two cells each way for a sample, so that those on the rim have half.
 static void cells_to_paper(_vghardcopy& hc, const _vgdataframe& df, const kept_image& img,
                            const image_scaling& s) {
-    const auto cells = [](double span, double step) {
-        return static_cast<int>(std::clamp(std::round(2 * span / step), 1.0, 1e6));
+    const auto cells = [](double span, double step, int n) {
+        return static_cast<int>(std::clamp(std::round(2 * span / step), 1.0, 2.0 * n));
     };
-    const int w = cells(df.vx1 - df.vx0, img.dx), h = cells(df.vy1 - df.vy0, img.dy);
+    const int w = cells(df.vx1 - df.vx0, img.dx, img.nx0), h = cells(df.vy1 - df.vy0, img.dy, img.ny0);
     vg_hc_cells(hc, {df.x0, df.y0, df.x0 + df.xlen, df.y0 + df.ylen},
                 color_cells(img, s, {df.vx0, df.vy0, df.vx1, df.vy1}, w, h), w, h);
 }

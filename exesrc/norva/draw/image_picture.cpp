@@ -38,8 +38,10 @@ static double spacing(double first, double last, int n) {
     return step > 0 ? step : 1;
 }
 
-static bool finite_rect(const _vgdrect& r) {
-    return std::isfinite(r.x0) && std::isfinite(r.y0) && std::isfinite(r.x1) && std::isfinite(r.y1);
+// No gate is further away.
+static bool plausible(const _vgdrect& r) {
+    constexpr double far = 1e12;
+    return std::fabs(r.x0) < far && std::fabs(r.y0) < far && std::fabs(r.x1) < far && std::fabs(r.y1) < far;
 }
 
 // Limits without extent take in half a sample on both sides.
@@ -164,7 +166,7 @@ void draw_vg_img(_vgdisplay& disp, int control, int type, double x0, double y0, 
     image_picture& p = xi_picture;
     int izoom = p.izoom;
     if (control == IMG_NEW || control == IMG_SAME_ZOOM) {
-        if (!a || nx < 1 || ny < 1 || !finite_rect(given)) return;
+        if (!a || nx < 1 || ny < 1 || !plausible(given)) return;
         keep_image(given, d, x, y, npk, a, nx, ny);
         if (control == IMG_NEW) p.izoom = izoom = 0;
         for (int k = 1; k <= izoom; k++) img.level[k] = inside_image(img.level[k]);
@@ -172,7 +174,7 @@ void draw_vg_img(_vgdisplay& disp, int control, int type, double x0, double y0, 
     if (img.asav.empty()) return;
     if (control == IMG_ZOOM) {
         if (izoom >= IMG_ZOOM_LEVELS - 1) return popmsg("Cannot zoom any further!");
-        if (!finite_rect(given)) return;
+        if (!plausible(given)) return;
         img.level[++izoom] = inside_image(given);
     }
     if (control == IMG_UNZOOM && --izoom < 0) return popmsg("Cannot unzoom any further!");
