@@ -226,10 +226,9 @@ static int downsize(int nf0, int nt0, int nf) {
 
 static bool step_by_key(wi_obj*, char key) {
     if ((key != 'Z' && key != 'Y') || msgwinon || kwinon || quit_window_up()) return false;
-    if (eoj == 0) return true;
     if (imgwinon) // its own steps come before the journal's
         ximag_step(key == 'Z' ? IMAGE_STEP_BACK : IMAGE_STEP_FORWARD);
-    else
+    else if (eoj != 0)
         mng_jrnl(nullptr, key == 'Z' ? 2 : 1);
     return true;
 }

@@ -350,6 +350,7 @@ float ximag_ang() {
 
 void ximag_reset_for_tests() {
     xi = {};
+    jary.clear();
     xi_hooks = {};
     xi_picture = {};
     drop_vg_img();

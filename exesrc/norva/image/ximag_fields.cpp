@@ -15,7 +15,7 @@ constexpr float LEAST_CUT = 2, LEAST_SPACING = 0.05f; // gates
 constexpr int ANGLE_STOP = 18;                        // degrees; steps of the angle end on its multiples
 
 static float finite_or(double v, float otherwise) {
-    return std::isfinite(v) && std::fabs(v) < 1e9 ? static_cast<float>(v) : otherwise;
+    return std::isfinite(v) && std::fabs(v) < 1e30 ? static_cast<float>(v) : otherwise;
 }
 
 static float held(double v, double low, double high, float otherwise) {

@@ -1,0 +1,323 @@
+// The image's steps in its own stored actions and in the journal: every position shows the picture it showed
+// when it was made.
+#include "image_fixture.h"
+
+#include "journal/listing.h"
+#include "state/write_out.h"
+
+#include <map>
+
+namespace norva {
+namespace {
+
+class steps : public test::image_test {
+protected:
+    // The picture of the present step, under the number in the control box.
+    void remember() { seen_[number()] = digest(); }
+    int number() const { return 100 * (user.count + (jary ? 0 : 1)) + xi.pip.count; }
+    void expect_as_seen() {
+        ASSERT_EQ(imgwinon, 1);
+        ASSERT_TRUE(seen_.contains(number())) << number() << " " << user.count << " " << jary.allocated();
+        EXPECT_EQ(digest(), seen_.at(number())) << number();
+    }
+
+    void scale_peaks(const std::string& peaks, const std::string& high, const std::string& diam) {
+        ASSERT_TRUE(click("Plot Scaling"));
+        set_field("# of peaks:", peaks);
+        set_field("High amplitude threshold:", high);
+        set_field("Diam highest peak:", diam);
+        step_field("Scaling of dot:", true);
+        ASSERT_TRUE(click("APPLY"));
+    }
+
+    // Two images with 12 steps of all kinds between them; the first ends with a centering.
+    void analyse() {
+        open_three();
+        remember();
+        ASSERT_TRUE(click("Flop (h)"));
+        remember();
+        ASSERT_TRUE(click("Edit Image"));
+        press(-25, -25);
+        press(25, 25);
+        press(0, 0);
+        remember();
+        scale_peaks("40", "0.3", "0.2");
+        remember();
+        ASSERT_TRUE(click("Interpolate"));
+        remember();
+        ASSERT_TRUE(click("Peak Parameters"));
+        press(-10, 5, RIGHT_BUTTON);
+        remember();
+        ASSERT_TRUE(click("Flop (v)"));
+        remember();
+        step_field("Factor in Range:", true);
+        ASSERT_TRUE(click("Interpolate"));
+        remember();
+        ASSERT_TRUE(click("Flop (v)"));
+        ASSERT_TRUE(click("Flop (h)"));
+        remember();
+        ASSERT_TRUE(click("Center Image"));
+        press(10, 5, RIGHT_BUTTON);
+        ASSERT_EQ(imgwinon, 0);
+
+        def.pi_ifx = def.pi_ify = 1;
+        ASSERT_TRUE(click("Image"));
+        remember();
+        scale_peaks("7", "1", "0.05");
+        remember();
+        ASSERT_TRUE(click("Edit Image"));
+        press(-30, -28);
+        press(12, 15);
+        press(0, 0, RIGHT_BUTTON);
+        remember();
+        ASSERT_TRUE(click("DISMISS"));
+        ASSERT_EQ(journal_tags(), (std::vector<int>{0, 28, 27, 28, 27}));
+        ASSERT_TRUE(click("SAVE"));
+    }
+
+    // Forward through the image that is up, to its end.
+    void walk_forward() {
+        expect_as_seen();
+        for (int guard = 0; imgwinon && guard < 30; guard++) {
+            press_control_box(LEFT_BUTTON);
+            // A centering is shown as the image it was made on, with the point marked.
+            if (imgwinon && ximag_action() != "Center Image" && seen_.contains(number())) expect_as_seen();
+        }
+        EXPECT_EQ(imgwinon, 0);
+    }
+
+    std::map<int, std::size_t> seen_;
+};
+
+TEST_F(steps, back_and_forward_within_one_image) {
+    open_three();
+    remember();
+    const char* const buttons[] = {"Flop (h)", "Flop (v)", "Interpolate", "Flop (h)"};
+    for (const char* button : buttons) {
+        if (button == std::string("Interpolate")) step_field("Factor in C/r:", true);
+        ASSERT_TRUE(click(button));
+        remember();
+    }
+    press_control_box(LEFT_BUTTON);
+    EXPECT_EQ(messages, std::vector<std::string>{"***Error 116...Cannot advance any further"});
+    for (int i = 3; i >= 0; i--) {
+        press_control_box(MIDDLE_BUTTON);
+        EXPECT_EQ(xi.pip.count, i);
+        expect_as_seen();
+    }
+    for (int i = 1; i <= 3; i++) {
+        press_control_box(LEFT_BUTTON);
+        expect_as_seen();
+    }
+    press_control_box(RIGHT_BUTTON);
+    EXPECT_EQ(xi.pip.count, 0);
+    expect_as_seen();
+    // A new step drops those ahead.
+    rec->shortcut(top(), 'Y');
+    rec->run_pending();
+    EXPECT_EQ(xi.pip.count, 1);
+    expect_as_seen();
+    ASSERT_TRUE(click("Flop (h)"));
+    messages.clear();
+    press_control_box(LEFT_BUTTON);
+    EXPECT_EQ(messages.size(), 1u);
+    rec->shortcut(top(), 'Z');
+    rec->run_pending();
+    expect_as_seen();
+}
+
+TEST_F(steps, leaving_backwards_keeps_the_steps_and_goes_before_the_image) {
+    open_three();
+    ASSERT_TRUE(click("Flop (h)"));
+    ASSERT_TRUE(click("Flop (v)"));
+    remember();
+    seen_[201] = seen_[102];
+    for (int i = 0; i < 3; i++) press_control_box(MIDDLE_BUTTON);
+    EXPECT_EQ(imgwinon, 0);
+    EXPECT_EQ(user.count, 0);
+    EXPECT_EQ(eoj, 2);
+    EXPECT_FALSE(jary);
+    mng_jrnl(nullptr, 1);
+    rec->run_pending();
+    ASSERT_EQ(imgwinon, 1);
+    EXPECT_EQ(xi.pip.count, 0);
+    press_control_box(LEFT_BUTTON);
+    press_control_box(LEFT_BUTTON);
+    expect_as_seen();
+    // Out again, with nothing changed: the journal stays as it is.
+    for (int i = 0; i < 3; i++) press_control_box(MIDDLE_BUTTON);
+    EXPECT_EQ(user.count, 0);
+    EXPECT_EQ(eoj, 2);
+    // Changed and dismissed: the new steps take the place of the old.
+    mng_jrnl(nullptr, 1);
+    rec->run_pending();
+    ASSERT_TRUE(click("Flop (v)"));
+    remember();
+    ASSERT_TRUE(click("DISMISS"));
+    EXPECT_EQ(journal_tags(), (std::vector<int>{0, 28, 27}));
+    go_to(1);
+    press_control_box(LEFT_BUTTON);
+    expect_as_seen();
+    EXPECT_TRUE(messages.empty()) << messages[0];
+}
+
+TEST_F(steps, saved_and_replayed_in_a_new_run) {
+    analyse();
+    start();
+    rec->rasters = true;
+    def.pi_npmx = 3; // whatever the defaults are by now
+    def.pi_diam = 0.3f;
+    def.pi_ifx = def.pi_ify = 4;
+    open_journal("raw.jou;1");
+    ASSERT_TRUE(messages.empty()) << messages[0];
+    ASSERT_EQ(user.count, 4);
+    EXPECT_EQ(imgwinon, 0);
+    go_to(1);
+    walk_forward();
+    EXPECT_EQ(user.count, 2);
+    EXPECT_EQ(user.mc.ptr, 1);
+    const std::vector<float> compensated = samples();
+    go_to(3);
+    EXPECT_TRUE(samples() == compensated);
+    walk_forward();
+    EXPECT_EQ(user.count, 4);
+    // Backwards through everything: each image opens at its start.
+    for (int position = 3; position >= 1; position--) {
+        mng_jrnl(nullptr, 2);
+        rec->run_pending();
+        EXPECT_EQ(user.count, position);
+        EXPECT_EQ(imgwinon, position != 2);
+        if (!imgwinon) continue;
+        expect_as_seen();
+        while (imgwinon && xi.pip.count < 3) {
+            const int before = xi.pip.count;
+            press_control_box(LEFT_BUTTON);
+            if (!imgwinon || xi.pip.count == before) break;
+            expect_as_seen();
+        }
+        if (!imgwinon) go_to(position);
+        while (xi.pip.count > 0) {
+            press_control_box(MIDDLE_BUTTON);
+            expect_as_seen();
+        }
+    }
+    EXPECT_TRUE(messages.empty()) << messages[0];
+}
+
+// A stored centering is passed, gone back over and passed again: the corrections of the journal stay as they
+// are, and those of later steps too.
+TEST_F(steps, stored_centering_counts_once) {
+    open_three();
+    ASSERT_TRUE(click("Center Image"));
+    press(10, 5, RIGHT_BUTTON);
+    const std::vector<float> once = samples();
+    ASSERT_TRUE(click("Range Prof"));
+    ASSERT_TRUE(click("Rmv Drift"));
+    const std::vector<float> twice = samples();
+    ASSERT_TRUE(click("DISMISS"));
+    const int end = eoj;
+    ASSERT_EQ(user.mc.nrecs, 2);
+    go_to(1);
+    for (int i = 0; i < 3; i++) {
+        press_control_box(LEFT_BUTTON);
+        EXPECT_EQ(user.mc.ptr, 1);
+        press_control_box(MIDDLE_BUTTON);
+        EXPECT_EQ(user.mc.ptr, 0);
+    }
+    press_control_box(LEFT_BUTTON);
+    press_control_box(LEFT_BUTTON);
+    EXPECT_EQ(imgwinon, 0);
+    EXPECT_EQ(user.count, 2);
+    EXPECT_TRUE(samples() == once);
+    EXPECT_EQ(user.mc.nrecs, 2);
+    go_to(end);
+    EXPECT_TRUE(samples() == twice);
+    // Dismissed where the centering is passed: it holds, and what came after it is gone.
+    go_to(1);
+    press_control_box(LEFT_BUTTON);
+    ASSERT_TRUE(click("DISMISS"));
+    EXPECT_EQ(journal_tags(), (std::vector<int>{0, 28, 27}));
+    EXPECT_EQ(user.mc.ptr, 1);
+    EXPECT_TRUE(samples() == once);
+    EXPECT_TRUE(messages.empty()) << messages[0];
+}
+
+TEST_F(steps, edited_data_are_handed_over_and_the_step_passed) {
+    open_three();
+    ASSERT_TRUE(click("Edit Image"));
+    press(-20, -25);
+    press(22, 25);
+    press(0, 0, RIGHT_BUTTON);
+    reduced = {};
+    write_hooks.image_hands_over();
+    rec->run_pending();
+    remember();
+    EXPECT_EQ(xi.pip.count, 2);
+    EXPECT_TRUE(reduced.samples);
+    EXPECT_GE(reduced.nt, xi.pip.nx);
+    ASSERT_TRUE(click("Flop (h)"));
+    reduced = {};
+    press_control_box(MIDDLE_BUTTON); // onto the step that made no picture of its own
+    EXPECT_EQ(xi.pip.count, 2);
+    EXPECT_FALSE(reduced.samples); // only the request itself hands over
+    expect_as_seen();
+    ASSERT_TRUE(click("DISMISS"));
+    EXPECT_TRUE(messages.empty()) << messages[0];
+}
+
+TEST_F(steps, listing_names_the_steps) {
+    analyse();
+    open_journal("raw.jou;1");
+    ASSERT_TRUE(click("See Journal Info"));
+    std::vector<std::int32_t> list;
+    journal(std::vector<std::int32_t>{JOURNAL_LIST, 1000000}, list);
+    const journal_listing listing = list_journal(list);
+    EXPECT_TRUE(listing.messages.empty());
+    std::size_t at = 0;
+    for (const char* text : {"Flop Image", "Edit", "Change Peak Scaling", "Interpolate", "Peak Parameters",
+                             "Center", "Dismiss Image Window (to main window)", "Change Peak Scaling", "Edit",
+                             "Dismiss Image Window (to main window)"}) {
+        at = listing.text.find(text, at);
+        ASSERT_NE(at, std::string::npos) << text << "\n" << listing.text;
+        at++;
+    }
+}
+
+// Journals whose image arrays are damaged: a message and no picture, or the image without steps; never more.
+TEST_F(steps, damaged_arrays) {
+    open_three();
+    ASSERT_TRUE(click("Flop (h)"));
+    scale_peaks("40", "0.5", "0.2");
+    ASSERT_TRUE(click("Edit Image"));
+    press(-20, -25);
+    press(22, 25);
+    press(0, 0, RIGHT_BUTTON);
+    ASSERT_TRUE(click("DISMISS"));
+    click("SAVE");
+    const std::string good = test::read_all("raw.jou;1");
+    int opened = 0;
+    const char* const words[] = {"\xff\xff\xff\xff", "\xff\xff\xff\x7f", "\x07\0\0\0", "\0\0\xc0\x7f"};
+    for (std::size_t at = 260; at + 4 < good.size(); at += 4) {
+        std::string bad = good;
+        bad.replace(at, 4, words[at / 4 % 4], 4);
+        test::write_all("bad.jou", bad);
+        start();
+        open_journal("bad.jou");
+        if (eoj < 1 || user.rdfile.empty()) continue;
+        go_to(1);
+        for (int i = 0; imgwinon && i < 8; i++) {
+            opened++;
+            press_control_box(LEFT_BUTTON);
+        }
+        if (imgwinon) {
+            choose_style("Contours");
+            press_control_box(MIDDLE_BUTTON);
+            ximag_leave();
+        }
+        jrnl(95);
+    }
+    EXPECT_GT(opened, 20);
+}
+
+} // namespace
+} // namespace norva
