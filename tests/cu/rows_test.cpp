@@ -2,7 +2,7 @@
 #include "cu/img.h"
 #include "cu/pks.h"
 #include "cu/vec.h"
-#include "images.h"
+#include "series_images.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -12,59 +12,6 @@
 
 namespace norva::test {
 namespace {
-
-constexpr std::int32_t pks_words[] = {1, 9, 0, 256, 64, 16, 2, 0}; // version to spare
-constexpr const char* pks_word_names[] = {nullptr, "npks", "type", "nfft", "wdw", "lag", "weight", nullptr};
-constexpr double pks_reals[] = {10, 4, 0.25, 0.5, -32, 32};
-constexpr const char* pks_real_names[] = {"t0", "prf", "tbias", "xlam", "hz1", "hz2"};
-
-std::string peaks(int machine, int n) {
-    std::string one = double_bytes(machine, 10 + 0.5 * n);
-    for (int k = 0; k < 9; k++) one += float_bytes(machine, k - 1.5F * n) + float_bytes(machine, 100.0F * k);
-    for (int k = 0; k < 9; k++) one += static_cast<char>(k % 3 == n % 3);
-    return one;
-}
-
-series_image pks_image(int machine) {
-    series_image image{machine, 102, padded("peaks", 104), 96, {}};
-    for (std::int32_t x : pks_words) image.header += integer_bytes(machine, x);
-    for (double x : pks_reals) image.header += double_bytes(machine, x);
-    for (int n = 0; n < 3; n++) image.elements.push_back(peaks(machine, n));
-    image.list = string_item("note", "abc");
-    return image;
-}
-
-std::string img_row(int machine, int n) {
-    std::string one;
-    for (int v = 0; v < 6; v++) one += float_bytes(machine, 10.0F * n + v - 0.5F);
-    return one;
-}
-
-std::string vec_row(int machine, int n) {
-    std::string one;
-    for (int v = 0; v < 3; v++) one += double_bytes(machine, 10.0 * n + v + 0.125);
-    return one;
-}
-
-// Rows of three samples or values, from 10 s on, four a second.
-series_image row_image(int machine, int filetype, int rows = 4) {
-    series_image image{machine, filetype, {}, 24, {}};
-    image.header = integer_bytes(machine, std::int32_t{1}) + integer_bytes(machine, std::int32_t{3});
-    for (int n = 0; n < rows; n++)
-        image.elements.push_back(filetype == 110 ? img_row(machine, n) : vec_row(machine, n));
-    image.list =
-        int_item(machine, "RUN", 7) + double_item(machine, "t0", 10) + double_item(machine, "prf", 4);
-    return image;
-}
-
-// The names of the keywords in the order of the listing, each with the letter of its type.
-std::string listing(_zuvfile* file) {
-    std::string all, name;
-    int type = 0;
-    for (int i = 0; u_kwindx(file, i, name, type) == ZUV_OK; i++)
-        all += name + (type == KW_INT ? ":i " : type == KW_DOUBLE ? ":d " : ":s ");
-    return all;
-}
 
 TEST(rows, peak_files_of_all_machines) {
     temp_dir dir;

@@ -6,8 +6,8 @@
 #include "cu/rea.h"
 #include "cu/track.h"
 #include "fileio/gat.h"
-#include "images.h"
 #include "memory_file.h"
+#include "series_images.h"
 #include "support/temp_dir.h"
 #include "walk_series.h"
 
@@ -20,46 +20,6 @@
 
 namespace norva::test {
 namespace {
-
-// --- The same small series on any machine. Values that every representation holds.
-
-series_image iq_image(int machine, double prf = 4, double xlam = 0.5, int version = 1) {
-    auto real = [=](double x) { return double_bytes(machine, x); };
-    series_image image{machine, 101, {}, 8, {}};
-    image.header = integer_bytes(machine, std::int32_t{version}) + integer_bytes(machine, std::int32_t{0}) +
-                   padded("channel", 104) + real(10) + real(prf) + real(0.25) + real(xlam);
-    for (int n = 0; n < 5; n++)
-        image.elements.push_back(float_bytes(machine, n + 0.5F) + float_bytes(machine, -2.0F * n));
-    return image;
-}
-
-series_image rea_image(int machine, double prf = 4, double xlam = 0.5) {
-    auto real = [=](double x) { return double_bytes(machine, x); };
-    auto whole = [=](std::int32_t x) { return integer_bytes(machine, x); };
-    series_image image{machine, 103, {}, 32, {}};
-    image.header =
-        whole(1) + padded("track", 104) + whole(0) + real(10) + real(prf) + real(0.25) + real(xlam);
-    for (int n = 0; n < 7; n++)
-        image.elements.push_back(real(10 + 0.5 * n) + real(5000 + 8.0 * n * n) +
-                                 float_bytes(machine, 0.25F * n) + float_bytes(machine, -1.5F * n) +
-                                 whole(n % 2) + whole(0));
-    return image;
-}
-
-series_image dop_image(int machine, int version, int namp = 5) {
-    auto real = [=](double x) { return double_bytes(machine, x); };
-    auto whole = [=](std::int32_t x) { return integer_bytes(machine, x); };
-    series_image image{machine, 105, {}, (namp + 3) / 4 * 8 + (version == 2 ? 24 : 8), {}};
-    image.header = padded("spectra", 104) + whole(version) + whole(namp) + real(10) + real(0.25) + real(4) +
-                   real(0.5) + real(0.125);
-    for (int n = 0; n < 3 && namp < 100; n++) {
-        std::string one = real(10 + 0.5 * n);
-        if (version == 2) one += real(n + 100) + real(n + 200);
-        for (int j = 0; j < namp; j++) one += integer_bytes(machine, static_cast<std::int16_t>(300 * n - j));
-        image.elements.push_back(one);
-    }
-    return image;
-}
 
 TEST(series, iq_files_of_all_machines) {
     temp_dir dir;
