@@ -112,6 +112,18 @@ TEST(mwimag, empty_places_and_edges) {
                  "STOP IN MWIMAG #1");
 }
 
+TEST(mwimag, bad_samples_spoil_only_the_windows_that_hold_them) {
+    std::vector<float> q = scene(32, 60, 16, -1, 1, {{3, -4, 1, 0}});
+    const result clean = images(q, 32, 60, 16, 4, -1, 1, 2, 2, 3);
+    q[2 * (32 * 40 + 5)] = NAN;
+    const result r = images(q, 32, 60, 16, 4, -1, 1, 2, 2, 3);
+    for (int i = 0; i < r.nto; i++) {
+        const bool spoilt = 4 * i <= 40 && 40 < 4 * i + 16;
+        EXPECT_EQ(r.xp[3 * i], spoilt ? 0 : clean.xp[3 * i]) << i;
+        EXPECT_EQ(r.yp[3 * i], spoilt ? 0 : clean.yp[3 * i]) << i;
+    }
+}
+
 std::vector<int> reported;
 
 TEST(mwimag, same_bits_with_any_number_of_threads_and_progress_in_order) {

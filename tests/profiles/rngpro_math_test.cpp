@@ -102,6 +102,19 @@ TEST(rngpro, large_results_are_those_of_small_ones) {
     }
 }
 
+TEST(rngpro, bad_samples_stay_in_their_record) {
+    for (float bad : {NAN, INFINITY}) {
+        std::vector<float> a = noise(2 * 30 * 5, 3), b(2 * 64 * 5), p(64 * 5);
+        a[2 * 30 * 2 + 9] = bad;
+        float r1 = 0, dr = 0;
+        rngpro(a.data(), 30, 5, 64, 1, &r1, &dr, b.data(), p.data());
+        for (int k = 0; k < 64 * 5; k++) ASSERT_EQ(std::isfinite(p[k]), k / 64 != 2) << k;
+    }
+    float r1 = 0, dr = 0;
+    rngpro(nullptr, 30, 0, 64, 1, &r1, &dr, nullptr, nullptr); // no record
+    EXPECT_EQ(r1, -15);
+}
+
 std::vector<int> reported;
 std::thread::id reporting_thread;
 

@@ -194,7 +194,7 @@ TEST(fft, centred_pair) {
     }
     for (int size : {2, 128, 4096}) {
         std::vector<float> in = noise(2 * size, size), out(2 * size), spec(2 * size);
-        for (int idc = 0; idc<size; idc += size> 128 ? 321 : 1) {
+        for (int idc = -3; idc<size + 5; idc += size> 128 ? 321 : 1) {
             for (int kss : {0, 1}) {
                 transf(in.data(), size, idc, spec.data(), kss);
                 transi(out.data(), size, idc, spec.data(), kss);
@@ -202,6 +202,30 @@ TEST(fft, centred_pair) {
             }
         }
     }
+}
+
+TEST(fft, the_longest_transforms) {
+    // An impulse at sample m gives exp(sign 2 pi i m k / n).
+    for (int n : {32768, 1 << 18}) {
+        const int m = n / 7;
+        for (int sign : {+1, -1}) {
+            std::vector<float> a(2 * static_cast<std::size_t>(n));
+            a[2 * m] = 1;
+            fft2(a.data(), a.data() + 1, n, 2 * sign);
+            for (long long k = 0; k < n; k++) {
+                const double arg = sign * 2 * M_PI * static_cast<double>(m * k % n) / n;
+                ASSERT_NEAR(a[2 * k], std::cos(arg), 1e-5) << n << " " << k;
+                ASSERT_NEAR(a[2 * k + 1], std::sin(arg), 1e-5) << n << " " << k;
+            }
+        }
+    }
+}
+
+TEST(fft, sign_zero_of_the_keys_is_plus) {
+    std::vector<float> x = noise(2 * 16, 1), plus = x, zero = x;
+    cfft(plus.data(), 16, +1);
+    cfft(zero.data(), 16, 0);
+    EXPECT_EQ(zero, plus);
 }
 
 TEST(fft, two_dimensional) {
@@ -246,6 +270,11 @@ TEST(fft, not_a_number_stays_in_its_row) {
         EXPECT_TRUE(std::isnan(a[0])) << n;
         a[0] = std::numeric_limits<float>::infinity();
         gfft(a.data(), n, -1);
+    }
+    for (auto [nx, ny] : {std::pair(0, 0), {0, 5}, {5, 0}, {1, 1}}) { // nothing to do
+        std::vector<float> few = {1, 2, 3, 4}, same = few;
+        fft2d(few.data(), nx, ny, 1, -1);
+        EXPECT_EQ(few, same);
     }
     std::vector<float> grid = noise(2 * 32 * 8, 4);
     grid[2 * 32 * 3] = bad;

@@ -183,6 +183,18 @@ TEST(resize, decimation_keeps_what_the_band_holds) {
         for (int k = 0; k < 2 * mf * mt; k++)
             ASSERT_NEAR(a[k], want[k] * scale, 2e-6) << nf << " " << nt << " " << k;
     }
+    // A sum of waves that the smaller sizes hold is the same function on the coarser grid.
+    floats sum(2 * 90 * 64), coarse(2 * 30 * 25);
+    for (int m = -12; m <= 12; m++) {
+        floats fine_wave = wave(90, 64, m, m * 5 % 12), coarse_wave = wave(30, 25, m, m * 5 % 12);
+        for (std::size_t k = 0; k < sum.size(); k++) sum[k] += fine_wave[k];
+        for (std::size_t k = 0; k < coarse.size(); k++) coarse[k] += coarse_wave[k];
+    }
+    decimate(sum.data(), 90, 64, 30, 25);
+    for (std::size_t k = 0; k < coarse.size(); k++) ASSERT_NEAR(sum[k], coarse[k], 2e-5) << k;
+    sum[7] = NAN; // comes through, and through all of it
+    decimate(sum.data(), 30, 25, 15, 5);
+    EXPECT_TRUE(std::isnan(sum[0]));
     // What lies outside the kept band is gone.
     floats a = wave(64, 64, 20, 3);
     decimate(a.data(), 64, 64, 32, 64);

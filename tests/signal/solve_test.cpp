@@ -36,6 +36,11 @@ TEST(solve, systems_and_determinants) {
             EXPECT_NEAR(bf[k], values[nn * n + k], 2e-4) << n;
         }
     }
+    float bad[] = {NAN, 2, 2, 4}, with_bad[] = {1, 1}, told = 9;
+    simeq(bad, with_bad, 2, 2, &told);
+    EXPECT_EQ(told, 1.0F);
+    simeq(bad, with_bad, 0, 2, &told); // nothing to solve
+    EXPECT_EQ(told, 0.0F);
     double singular[] = {1, 2, 2, 4}, b[] = {1, 1}, flag = 9;
     dsimeq(singular, b, 2, 2, &flag);
     EXPECT_EQ(flag, 1.0);

@@ -44,6 +44,23 @@ TEST(weight, single_values) {
     EXPECT_NEAR(asarwt(2, 199), 0.5 * (0.116872 + 0.1303526), 1e-6);
     EXPECT_NEAR(asarwt(100, 199), 1, 1e-6); // half way between the two middle values
     EXPECT_TRUE(std::isfinite(asarwt(1, 1)));
+    // The table as a whole: its sum, and that of the first half times the places.
+    double sum = 0, moment = 0;
+    for (int k = 1; k <= 100; k++) {
+        sum += asarwt(k, 100);
+        if (k <= 50) moment += k * asarwt(k, 100);
+        EXPECT_NEAR(asarwt(k, 100), asarwt(101 - k, 100), 1e-6) << k;
+    }
+    EXPECT_NEAR(sum, 60.766744, 1e-5);
+    EXPECT_NEAR(moment, 986.82652, 1e-4);
+    for (int n : {1, 2, 7, 64, 301}) {
+        for (int k = 1; k <= n; k++) {
+            const double u = 6.28318 * (k - 0.5 * (n + 1)) / n;
+            const double want =
+                1 + 0.585312 * std::cos(u) - 0.031568 * std::cos(2 * u) - 0.004362 * std::cos(3 * u);
+            EXPECT_NEAR(taylor(k, n), want, 2e-7) << k << " of " << n;
+        }
+    }
     // 1 + F1 + F2 + F3 in the middle of an odd length, 1 - F1 + F2 - F3 half a length away.
     EXPECT_NEAR(taylor(3, 5), 1 + 0.585312 - 0.031568 - 0.004362, 1e-6);
     EXPECT_NEAR(taylor(1, 2), 1 - 0.0 + 0.031568, 2e-5); // cos(pi m / 2)
@@ -154,6 +171,32 @@ TEST(weight, windows_have_their_grid_and_ends) {
     EXPECT_NEAR(w[6] / w[4], diawght(0.5F) / diawght(0), 1e-6);
     EXPECT_EQ(w[0], 0);
     EXPECT_EQ(dw[0], 0);
+    floats nothing(1, 7.0F);
+    weight(nothing.data(), nothing.data(), 0, 2);
+    EXPECT_EQ(nothing[0], 7);
+    for (int lw : {0, 1, 2, 3, 12}) { // every value, from its place on the grid
+        for (int nw : {5, 8, 33}) {
+            floats u(nw), du(nw);
+            std::vector<double> want(nw);
+            double sum = 0;
+            for (int k = 0; k < nw; k++) {
+                const double x = (lw < 10 && nw % 2 ? k - 0.5 * (nw - 1) : k - 0.5 * nw) / nw;
+                const double c = std::cos(2 * M_PI * x);
+                const double values[] = {1, diawght(static_cast<float>(2 * x)), 0.54 + 0.46 * c,
+                                         0.42 + 0.5 * c + 0.08 * (2 * c * c - 1)};
+                want[k] = values[lw % 10];
+                if (lw % 10 == 2 && (k == 0 || k == nw - 1)) want[k] = lw > 10 ? 0.0025 : 0.005;
+                sum += want[k];
+            }
+            weight(u.data(), du.data(), nw, lw);
+            for (int k = 0; k < nw; k++) {
+                EXPECT_NEAR(u[k], want[k] / sum, 1e-7) << lw << " " << nw << " " << k;
+                if (u[k] > 0) {
+                    EXPECT_NEAR(du[k] * want[k] / want[nw / 2], 1, 1e-5) << lw << " " << nw << " " << k;
+                }
+            }
+        }
+    }
 }
 
 TEST(weight, two_dimensions) {
@@ -203,6 +246,18 @@ TEST(weight, amplitude_without_its_weight) {
     amp[2] *= 2;
     deham2(1, 20, 20, amp.data(), 1, 16, "H", &ierr, 4, 16, &largest); // outside the limits
     EXPECT_FLOAT_EQ(largest, 3);
+    // AMP begins at element 5 of the weight: the Taylor weight is shifted with it, the Hamming weight is not.
+    for (int k = 0; k < 16; k++) amp[k] = 3 * taylor(k + 5, 20);
+    detay2(1, 20, 20, amp.data(), "T", 5, 20, 1, 20, &largest);
+    EXPECT_FLOAT_EQ(largest, 3);
+    for (int k = 0; k < 16; k++) amp[k] = 3 * w[k];
+    deham2(1, 20, 20, amp.data(), 5, 20, "H", &ierr, 7, 30, &largest); // elements 7..20: values 3..16 of AMP
+    EXPECT_FLOAT_EQ(largest, 3);
+    amp[1] = 100;
+    deham2(1, 20, 20, amp.data(), 5, 20, "H", &ierr, 7, 30, &largest);
+    EXPECT_FLOAT_EQ(largest, 3);
+    deham2(1, 20, 20, amp.data(), 5, 20, "H", &ierr, 6, 30, &largest);
+    EXPECT_GT(largest, 100);
     for (const char* type : {"T", "a"}) {
         for (int k = 0; k < 16; k++) amp[k] = 3 * (type[0] == 'a' ? asarwt(k + 1, 20) : taylor(k + 1, 20));
         detay2(1, 20, 20, amp.data(), type, 1, 16, 2, 15, &largest);
