@@ -15,7 +15,7 @@ using test::write_gate;
 
 struct position_state {
     std::vector<float> data;
-    int nf0, nf, nt0, nt, mc_ptr, range, doppler;
+    int nf0, nf, nt0, nt, mc_ptr, range, doppler, image;
     float f0, df, t0, dt;
     int wdw, ifact, lag; // of the Doppler profiles shown
     bool operator==(const position_state&) const = default;
@@ -49,6 +49,7 @@ protected:
                 user.mc.ptr,
                 rpwinon,
                 dpwinon,
+                imgwinon,
                 user.f0,
                 user.df,
                 user.t0,
@@ -67,7 +68,7 @@ protected:
         if (pick(0, 2) == 0) click("Input Parameter Style"); // there and back, or left in units
     }
     void in_main_window() {
-        switch (pick(0, 6)) {
+        switch (pick(0, 7)) {
         case 0:
         case 1: click("Range Prof"); break;
         case 2:
@@ -78,6 +79,7 @@ protected:
             if (user.nt > 20 && user.nf > 8) click("Decimate");
             break;
         case 6: click("Input Parameter Style"); break;
+        case 7: click("Image"); break;
         }
     }
     void plot_setting() {
@@ -159,6 +161,8 @@ protected:
                     in_range_window();
                 else if (dpwinon)
                     in_doppler_window();
+                else if (imgwinon)
+                    click("DISMISS");
                 else
                     in_main_window();
             });
@@ -185,10 +189,10 @@ protected:
 
 TEST_P(random_analysis, gives_every_position_back) {
     for (int i = 0; i < 120; i++) ASSERT_NO_FATAL_FAILURE(act());
-    ASSERT_GT(eoj, 3);
+    ASSERT_GT(eoj, 1);
     ASSERT_NO_FATAL_FAILURE(expect_every_position());
     go_to(eoj);
-    if (rpwinon || dpwinon) step([this] { click("DISMISS"); });
+    if (analysis_window_open()) step([this] { click("DISMISS"); });
     const int last = eoj;
     ASSERT_TRUE(click("SAVE"));
     start();

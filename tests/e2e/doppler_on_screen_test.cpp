@@ -137,6 +137,15 @@ TEST_F(doppler_on_screen, journal_by_corner_box_and_keys) {
     EXPECT_EQ(look(), second);
     EXPECT_TRUE(shown() == profiles);
     EXPECT_TRUE(std::equal(data.begin(), data.end(), user.pfdata.begin()));
+    // The keys are heard in the window's fields and in the plot controls too.
+    click("Plot");
+    int back = 3;
+    for (const char* window : {"NORVA: Doppler profile", "NORVA: profile plotting"})
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->windowTitle() == window) {
+                key(top->findChildren<QLineEdit*>().at(0), Qt::Key_Z, Qt::ControlModifier);
+                EXPECT_EQ(user.count, --back) << window;
+            }
     press(box, Qt::RightButton); // to the start: the main window
     EXPECT_EQ(user.count, 0);
     EXPECT_EQ(dpwinon, 0);

@@ -41,6 +41,11 @@ static bool read_number(std::istream& in, float& value) {
     return std::isfinite(value);
 }
 
+// The flag counts truncated.
+static bool is_set(float flag) {
+    return std::fabs(flag) >= 1;
+}
+
 bool read_defaults_text(const std::string& text, defaults& d, int& autoload) {
     std::istringstream in(text);
     float flag = 0;
@@ -49,7 +54,7 @@ bool read_defaults_text(const std::string& text, defaults& d, int& autoload) {
     for (const default_row& row : default_rows())
         if (!read_number(in, read.*row.field)) return false;
     d = read;
-    autoload = flag != 0;
+    autoload = is_set(flag);
     return true;
 }
 
@@ -104,7 +109,7 @@ void dflt_autoload(defaults& d) {
     float flag = 0;
     if (!read_file(name, text)) return;
     std::istringstream in(text);
-    if (read_number(in, flag) && static_cast<int>(flag) != 0) rw_dflt_file(name, "r");
+    if (read_number(in, flag) && is_set(flag)) rw_dflt_file(name, "r");
 }
 
 } // namespace norva
