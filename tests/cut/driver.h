@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-namespace norva::test {
+namespace norva::cut_test {
 
 using cut_words = std::vector<std::int32_t>;
 
@@ -109,4 +109,4 @@ inline void forget() {
     cutj = {};
 }
 
-} // namespace norva::test
+} // namespace norva::cut_test

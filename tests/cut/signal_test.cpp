@@ -6,7 +6,7 @@
 namespace norva {
 namespace {
 
-using namespace test;
+using namespace cut_test;
 
 struct cut_signal : ::testing::Test {
     void SetUp() override {

@@ -9,7 +9,8 @@
 namespace norva {
 namespace {
 
-using namespace test;
+using namespace cut_test;
+using test::noise;
 
 struct cut_steps : ::testing::Test {
     void SetUp() override {

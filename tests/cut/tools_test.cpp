@@ -9,7 +9,8 @@
 namespace norva {
 namespace {
 
-using namespace test;
+using namespace cut_test;
+using test::noise;
 
 TEST(curve, amplitude_and_phase_and_back) {
     const int n = 4099;
