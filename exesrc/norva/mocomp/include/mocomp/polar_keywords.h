@@ -1,6 +1,8 @@
 #pragma once
 // The geometry that polar formatting needs, from the keywords of a raw file or from the user.
 
+#include <string>
+
 namespace norva {
 
 struct _zuvfile;
@@ -23,5 +25,8 @@ void reset_kws();   // all zero
 // Fills the record from DTYPE, XEX, YEX, RC and, for a turntable, DE and DA, for a rail DU and SA. Sets eflag
 // to 1, or to 2 when a keyword is missing or no number.
 void rd_plr_kw(_zuvfile* p);
+
+// Why no turntable image can be formed with these values, as a message; empty when one can.
+std::string polar_fault(const plr_kws& kws);
 
 } // namespace norva

@@ -8,19 +8,20 @@ struct wi_obj;
 
 // What the window asks of the application above it.
 struct polar_calls {
-    void (*open_image)() =
-        nullptr; // forms the image of the chosen window, polar formatted while plr_kw_stat()
+    // Opens the image window on the chosen window of data; images are polar formatted while plr_kw_stat().
+    void (*open_image)() = nullptr;
 };
 extern polar_calls polar_hooks;
 
-int plr_kw_stat();  // 1 while the window is on
-void plr_kw_init(); // builds the window, once; shows the record
+void plr_kw_reset(); // at start, before any window
+int plr_kw_stat();   // 1 while the window is on
+void plr_kw_init();  // builds the window when there is none, and shows it
 void plr_kw_on();
 void plr_kw_off();
 void pkw_putvals(); // record to fields; a zero leaves what the field shows
 
-// Handler of the buttons: 0 cancel, 1 image, 3 save the values as keywords of the raw file. 2 shows the
-// fields that the geometry type has.
+// Handler of the buttons: 0 cancel, 1 image, 3 save the values as keywords of the raw file (by the program
+// "addkw" beside this one). 2 shows the fields that the geometry has.
 void plr_kw_cb(wi_obj* wo, int tag);
 
 } // namespace norva
