@@ -5,6 +5,8 @@
 #include "app/kwin.h"
 #include "fileio/cdf.h"
 #include "fileio/gat.h"
+#include "mocomp/polar_keywords.h"
+#include "mocomp/polar_window.h"
 #include "state/calls.h"
 #include "state/run.h"
 #include "state/user.h"
@@ -229,9 +231,14 @@ static std::string gate_header(_gatfile* file) {
     header_numbers numbers;
     if (acc) {
         numbers = get_kw_vals();
-    } else if (!read_numbers(keywords, numbers)) {
-        kwin_init(numbers);
-        return {};
+    } else {
+        const bool complete = read_numbers(keywords, numbers);
+        rd_plr_kw(file);
+        if (plr_kw_stat()) pkw_putvals();
+        if (!complete) {
+            kwin_init(numbers);
+            return {};
+        }
     }
     if (!acceptable(numbers, file->nelements, file->hd.ngat)) {
         user.rdfile.clear();

@@ -15,6 +15,8 @@
 #include "journal/journal.h"
 #include "journal/store.h"
 #include "main_window_int.h"
+#include "mocomp/polar_keywords.h"
+#include "mocomp/polar_window.h"
 #include "profiles/doppler_window.h"
 #include "profiles/range_window.h"
 #include "signal/progress.h"
@@ -193,6 +195,9 @@ void filewin_cb(wi_obj* wo, int tag) {
     case 9:
     case 10:
     case 13: start_analysis(wo, tag); break;
+    case 14:
+        if (prepare(wo, tag)) plr_kw_init();
+        break;
     default: return;
     }
     refresh_controls();
@@ -249,6 +254,11 @@ static void connect_modules() {
     write_hooks.image_hands_over = [] {
         if (imgwinon) ximag_bttn(nullptr, PI_WRITE);
     };
+    // As by the button: the window of data may have changed since the polar format window came up.
+    polar_hooks.open_image = [] { filewin_cb(main_window().top, 9); };
+    xi_hooks.polar_up = plr_kw_stat;
+    xi_hooks.polar_off = plr_kw_off;
+    xi_hooks.geometry = get_pkw;
     wi_hooks.shortcut = step_by_key;
 }
 
@@ -262,6 +272,8 @@ void filewin_init() {
     quitwin_init();
     kwin_build();
     polwin_init();
+    plr_kw_reset();
+    reset_kws();
     writewin_init();
     dfltwin_init();
     norva_enable_flds(0);

@@ -11,6 +11,7 @@
 #include "app/write_pfx.h"
 #include "journal/journal.h"
 #include "main_window_int.h"
+#include "mocomp/polar_window.h"
 #include "state/calls.h"
 #include "state/defaults.h"
 #include "state/run.h"
@@ -55,6 +56,7 @@ static constexpr analysis_button analyses[] = {
     {"Range Prof", 8, "Range profiles of the window of data"},
     {"Doppler Prof", 10, "Doppler profiles of the signal at range 0"},
     {"Image", 9, "Image of the window of data"},
+    {"Polar Format", 14, "Image of turntable data taken over a wide angle"},
 };
 
 const main_window_controls& main_window() {
@@ -232,6 +234,7 @@ void refresh_controls() {
     wi_enable(win.epg_toggle, eoj != 0 && file);
     for (std::size_t i = 0; i < std::size(analyses); i++)
         wi_enable(win.analysis[i], idle && file && !(msgwinon && analyses[i].tag == 10));
+    plr_kw_refresh(idle && file);
     wi_enable(win.decimate, idle && file && !msgwinon);
     for (wi_obj* field : win.decimation) wi_enable(field, fields_open && idle && !msgwinon);
     wi_enable(win.jfld, fields_open && idle && eoj != 0);

@@ -14,6 +14,7 @@
 #include "state/window_register.h"
 #include "toolkit/wi.h"
 #include "zuvsys/logicals.h"
+#include "zuvsys/program.h"
 
 #include <cstring>
 #include <filesystem>
@@ -71,16 +72,10 @@ start_options parse_options(int argc, const char* const* argv) {
     return found;
 }
 
-// The folder that the running program lies in.
-static fs::path program_folder() {
-    std::error_code ignored;
-    return fs::read_symlink("/proc/self/exe", ignored).parent_path();
-}
-
 // The environment file that was installed with the program.
 static std::string installed_env_file() {
     std::error_code ignored;
-    const fs::path here = program_folder();
+    const fs::path here = zuvsys_program_folder();
     for (const fs::path& place : {here / "norva.env", here.parent_path() / "share/norva/norva.env"})
         if (fs::exists(place, ignored)) return place.string();
     return {};
@@ -89,8 +84,8 @@ static std::string installed_env_file() {
 // What "QELM" would name, were it set: the folder that holds the sample data.
 static std::string installed_tree() {
     std::error_code ignored;
-    const fs::path shared = program_folder().parent_path() / "share/norva";
-    return fs::exists(shared, ignored) ? shared.string() : program_folder().string();
+    const fs::path shared = fs::path(zuvsys_program_folder()).parent_path() / "share/norva";
+    return fs::exists(shared, ignored) ? shared.string() : zuvsys_program_folder();
 }
 
 static void open_at_start(const std::string& name) {

@@ -35,7 +35,7 @@ static const char* const geometries[] = {"turntable data", "rail data"};
 
 static struct {
     wi_obj* fm = nullptr;
-    wi_obj* geometry = nullptr;
+    wi_obj *geometry = nullptr, *image = nullptr;
     std::array<wi_obj*, rows.size()> field{};
     int on = 0;
 } win;
@@ -57,7 +57,7 @@ static void build() {
         wi_mk_listsel(cells, "Geometry type:", 0, split, {std::begin(geometries), std::end(geometries)});
     for (std::size_t i = 0; i < rows.size(); i++)
         win.field[i] = wi_mk_numfld(cells, rows[i].label, split, rows[i].decimals);
-    wi_mk_button(wi_form_parent(win.fm, 8, 268, 108, 292), "Image", 0, plr_kw_cb, 1);
+    win.image = wi_mk_button(wi_form_parent(win.fm, 8, 268, 108, 292), "Image", 0, plr_kw_cb, 1);
     wi_mk_button(wi_form_parent(win.fm, 118, 268, 282, 292), "Save as kw's on File", 0, plr_kw_cb, 3);
     wi_mk_button(wi_form_parent(win.fm, 292, 268, 392, 292), "Cancel", 0, plr_kw_cb, 0);
     wi_size(win.fm, 400, 300);
@@ -84,6 +84,10 @@ void plr_kw_on() {
 void plr_kw_off() {
     if (win.fm) wi_off(win.fm);
     win.on = 0;
+}
+
+void plr_kw_refresh(bool image_possible) {
+    if (win.fm) wi_enable(win.image, image_possible);
 }
 
 void pkw_putvals() {

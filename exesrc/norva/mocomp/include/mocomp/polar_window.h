@@ -20,6 +20,9 @@ void plr_kw_on();
 void plr_kw_off();
 void pkw_putvals(); // record to fields; a zero leaves what the field shows
 
+// Greys "Image" while no image can be opened.
+void plr_kw_refresh(bool image_possible);
+
 // Handler of the buttons: 0 cancel, 1 image, 3 save the values as keywords of the raw file (by the program
 // "addkw" beside this one). 2 shows the fields that the geometry has.
 void plr_kw_cb(wi_obj* wo, int tag);
