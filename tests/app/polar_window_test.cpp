@@ -73,7 +73,7 @@ TEST_F(polar_window, forms_the_image_from_the_keywords_of_the_file_and_again_in_
     ASSERT_TRUE(click("SAVE"));
     start();
     reset_kws();
-    open_journal("turn.jou");
+    open_journal("turn.jou;1");
     rec->run_pending();
     go_to(0);
     go_to(1);
