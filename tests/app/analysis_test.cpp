@@ -425,6 +425,29 @@ TEST_F(analysis, raw_file_gone_while_a_window_is_up) {
     expect_every_position();
 }
 
+// A position that could not be reached mutes the journal; what it holds is saved all the same.
+TEST_F(analysis, saved_after_a_replay_that_failed) {
+    for (const char* way_out : {"SAVE", "QUIT"}) {
+        start();
+        analyse();
+        const int last = eoj;
+        const std::string name = user.jfile;
+        std::filesystem::rename("drift.pfx", "away.pfx");
+        mng_jrnl(nullptr, 2);
+        EXPECT_FALSE(rpwinon);
+        click(way_out);
+        if (way_out == std::string("QUIT")) click("Yes");
+        std::filesystem::rename("away.pfx", "drift.pfx");
+        start();
+        open_journal(name);
+        ASSERT_TRUE(messages.empty()) << messages[0];
+        EXPECT_EQ(eoj, last);
+        expect_every_position();
+        open("drift.pfx");
+        seen_.clear();
+    }
+}
+
 TEST_F(analysis, a_new_step_drops_the_steps_ahead) {
     analyse();
     expect_position(2);

@@ -96,6 +96,8 @@ void quit_cb(wi_obj*, int tag) {
     }
     if (quitwin) wi_off(quitwin);
     if (tag == 4) return;
+    managing = 0; // a replay that failed leaves the journal mute; what it holds must be saved or deleted all
+                  // the same
     const bool journal_running = journal_next_index() > 0;
     remove_file(CRASH_FILE);
     if (tag == 3) {
