@@ -120,6 +120,19 @@ TEST_F(cdf_input, replays) {
     go_to(last);
     EXPECT_EQ(samples(), decimated);
     EXPECT_EQ(messages.size(), 1u); // the warning ahead of the decimation
+    EXPECT_FALSE(click("HH"));      // grey: an analysis keeps to its polarization
+
+    // In a new run, too, where HH is pressed at first.
+    ASSERT_TRUE(click("SAVE"));
+    EXPECT_TRUE(click("HH"));
+    start();
+    EXPECT_EQ(poles, "HH");
+    open_journal("a.jou;1");
+    EXPECT_EQ(poles, "VV");
+    EXPECT_EQ(pressed(), "VV ");
+    go_to(last);
+    EXPECT_EQ(samples(), decimated);
+    EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(cdf_input, becomes_a_gate_file) {

@@ -251,6 +251,7 @@ static void connect_modules() {
     journal_hooks.show_journal_name = [] { select_journal_file(user.jfile); };
     journal_hooks.mng_jrnl = replay_journal;
     rp_hooks.downsize = downsize;
+    journal_hooks.head_note = pole_note;
     write_hooks.image_hands_over = [] {
         if (imgwinon) ximag_bttn(nullptr, PI_WRITE);
     };

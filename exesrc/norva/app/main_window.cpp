@@ -2,6 +2,7 @@
 // main_handlers.cpp.
 #include "app/main_window.h"
 
+#include "app/cdf_input.h"
 #include "app/decimation.h"
 #include "app/gpf.h"
 #include "app/messages.h"
@@ -239,6 +240,7 @@ void refresh_controls() {
     for (wi_obj* field : win.decimation) wi_enable(field, fields_open && idle && !msgwinon);
     wi_enable(win.jfld, fields_open && idle && eoj != 0);
     for (wi_obj* field : win.numfld) wi_enable(field, fields_open && idle);
+    refresh_poles();
     wi_button_label(win.epg_toggle, user.estyle == 1 ? "See Raw Data File Info" : "See Journal Info");
 }
 

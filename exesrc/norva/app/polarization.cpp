@@ -2,8 +2,11 @@
 #include "app/cdf_input.h"
 
 #include "fileio/cdf.h"
+#include "state/run.h"
+#include "state/user.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
 
 namespace norva {
@@ -50,6 +53,20 @@ void close_choose(wi_obj*, int tag) {
         choose_pol_leave();
     else if (tag >= 0 && tag < TOGGLES)
         press(wi_button_getstate(win.toggle[tag]) ? tag : 0);
+}
+
+std::string pole_note() {
+    return is_cdf(user.rdfile) ? poles : "";
+}
+
+void choose_pole(const std::string& note) {
+    const auto* const found = std::ranges::find(cdf_poles, note);
+    if (found != std::end(cdf_poles)) press(static_cast<int>(found - cdf_poles));
+}
+
+void refresh_poles() {
+    for (wi_obj* toggle : win.toggle)
+        if (toggle) wi_enable(toggle, eoj == 0);
 }
 
 } // namespace norva

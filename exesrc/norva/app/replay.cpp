@@ -1,6 +1,7 @@
 // Going to a position of the journal.
 #include "app/replay.h"
 
+#include "app/cdf_input.h"
 #include "app/decimation.h"
 #include "app/gpf.h"
 #include "app/main_window.h"
@@ -79,6 +80,7 @@ static bool read_journal(bool& closed) {
     put_text(std::span(request).subspan(2), user.jfile);
     if (!ask_store(request, reply)) return false;
     user.rdfile = find_raw_file(journal_head_name(reply));
+    choose_pole(journal_head_note(reply));
 
     journal_step first;
     if (!read_step(std::span(reply).subspan(51), first)) {

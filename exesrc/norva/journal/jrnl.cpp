@@ -29,6 +29,7 @@ journal_calls journal_hooks = {
     .track_file = [] { return std::string(); },
     .spline = [] { return journal_spline{}; },
     .mng_jrnl = [](wi_obj*, int) {},
+    .head_note = [] { return std::string(); },
 };
 
 void mng_jrnl(wi_obj* wo, int tag) {
@@ -162,7 +163,11 @@ static journal_words begin_record() {
     if (name.size() >= JOURNAL_NAME_BYTES) name = user.jfile;
     journal_words record(69);
     record[0] = JOURNAL_BEGIN;
-    put_text(std::span(record).subspan(1, 50), user.rdfile);
+    std::string head = user.rdfile;
+    if (const std::string note = journal_hooks.head_note();
+        head.size() + 1 + note.size() < JOURNAL_HEAD_BYTES)
+        head += '\0' + note;
+    put_text(std::span(record).subspan(1, 50), head);
     put_text(std::span(record).subspan(51, 18), name);
     return record;
 }

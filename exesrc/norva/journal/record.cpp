@@ -262,4 +262,12 @@ std::string journal_head_name(words_in load_reply) {
     return name.substr(0, name.find('\0'));
 }
 
+std::string journal_head_note(words_in load_reply) {
+    const std::string head = get_text(load_reply, JOURNAL_HEAD_BYTES);
+    const std::size_t end = head.find('\0');
+    if (end == std::string::npos) return {};
+    const std::string note = head.substr(end + 1);
+    return note.substr(0, note.find('\0'));
+}
+
 } // namespace norva

@@ -27,4 +27,10 @@ void choose_pol_init();                 // shows it
 void choose_pol_leave();                // hides it
 void close_choose(wi_obj* wo, int tag); // 0..7 the toggles, 8 "Done"
 
+// An analysis keeps to one polarization, and its journal keeps which: the note of a CDF file's journal is the
+// polarization's name, and the toggles are grey while a journal is under way.
+std::string pole_note();
+void choose_pole(const std::string& note); // a note that names no polarization changes nothing
+void refresh_poles();
+
 } // namespace norva

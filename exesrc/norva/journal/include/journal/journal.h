@@ -53,6 +53,7 @@ struct journal_calls {
     std::string (*track_file)();                   // name in the track window's selector
     journal_spline (*spline)();                    // the last fit
     void (*mng_jrnl)(wi_obj* wo, int tag);
+    std::string (*head_note)(); // what else tells how user.rdfile is read, such as "VV"
 };
 extern journal_calls journal_hooks;
 

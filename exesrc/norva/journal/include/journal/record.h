@@ -73,6 +73,8 @@ bool mc_is_sound(const mcfile& mc);
 
 // The raw data file's name in the reply of a load: up to its NUL, or all of the 200 bytes.
 std::string journal_head_name(std::span<const std::int32_t> load_reply);
+// The note behind the name (journal_hooks.head_note), up to its own NUL; empty for a journal without one.
+std::string journal_head_note(std::span<const std::int32_t> load_reply);
 
 // Text packed four bytes to a word, first byte lowest, filled up with NULs; and back.
 void put_text(std::span<std::int32_t> words, const std::string& text);
