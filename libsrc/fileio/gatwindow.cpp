@@ -43,6 +43,12 @@ int read_whole(const window& w, std::int64_t row, std::int64_t n) {
     return status;
 }
 
+// Long stretches of floats likewise, without what stands between them.
+int read_parts(const window& w, std::int64_t row, std::int64_t n) {
+    return zuvfilereadparts(w.p, w.first_row + row, w.skip, w.width,
+                            std::as_writable_bytes(w.out_rows(row, n)));
+}
+
 // n rows whose bytes from the window's first sample on lie `stride` apart in the block.
 void take(const window& w, std::byte* block, std::int64_t stride, std::int64_t row, std::int64_t n) {
     for (std::int64_t i = 0; i < n; i++) {
@@ -57,9 +63,12 @@ int read_window(const window& w, const std::function<void(int, int)>& progress) 
     const bool whole = w.value == 4 && w.width == size;
     // A narrow window of long rows: reading its samples alone beats reading everything between them.
     const bool narrow = size > 65536 && w.width < size / 4;
-    const std::int64_t at_a_time = whole && w.p->machine == MACHINE_THIS ? plain_bytes : block_bytes;
+    const bool plain = w.value == 4 && w.p->machine == MACHINE_THIS; // nothing to convert
+    // Little is left out of long rows: the system can put the rest where it belongs.
+    const bool parts = plain && !whole && w.width >= 2048 && size - w.width <= size / 8;
+    const std::int64_t at_a_time = plain && (whole || parts) ? plain_bytes : block_bytes;
     const std::int64_t per_block = narrow ? 1 : std::clamp<std::int64_t>(at_a_time / size, 1, w.rows);
-    const std::int64_t block_size = whole ? 0 : narrow ? w.width : per_block * size;
+    const std::int64_t block_size = whole || parts ? 0 : narrow ? w.width : per_block * size;
     auto block = std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(block_size));
     std::span<std::byte> bytes(block.get(), static_cast<std::size_t>(block_size));
     if (setmcvt(w.p->machine, MACHINE_THIS) != 1) return ZUV_NO_CONVERSION;
@@ -70,6 +79,8 @@ int read_window(const window& w, const std::function<void(int, int)>& progress) 
         int status = ZUV_OK;
         if (whole) {
             status = read_whole(w, row, n);
+        } else if (parts) {
+            status = read_parts(w, row, n);
         } else {
             std::int64_t first = narrow ? w.skip : 0;
             status = zuvfilereadraw(w.p, w.first_row + row, first,

@@ -126,6 +126,21 @@ int zuvfilereadraw(_zuvfile* file, std::int64_t n, std::int64_t first, std::span
     return zuv_status(zuv_read_at(file->handle, file->byte0 + start, bytes) ? ZUV_OK : ZUV_SHORT_READ);
 }
 
+int zuvfilereadparts(_zuvfile* file, std::int64_t n, std::int64_t first, std::int64_t width,
+                     std::span<std::byte> bytes) {
+    if (!file) return zuv_status(ZUV_NULL_FILE);
+    const std::int64_t size = file->kw.elementsize;
+    if (n < 0 || first < 0 || width < 1 || width > size || first > size - width ||
+        std::ssize(bytes) % width != 0 || n > file->nelements)
+        return zuv_status(ZUV_BAD_ARGUMENT);
+    if (std::ssize(bytes) / width > file->nelements - n) return zuv_status(ZUV_EOF);
+    return zuv_status(zuv_read_stretches_at(file->handle, file->byte0 + n * size + first,
+                                            static_cast<std::size_t>(width),
+                                            static_cast<std::size_t>(size - width), bytes)
+                          ? ZUV_OK
+                          : ZUV_SHORT_READ);
+}
+
 int zuvfilegethead(_zuvfile* file, std::span<std::byte> header) {
     if (!file) return zuv_status(ZUV_NULL_FILE);
     if (std::ssize(header) < file->hdsize) return zuv_status(ZUV_BAD_ARGUMENT);

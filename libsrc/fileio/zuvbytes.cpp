@@ -9,7 +9,9 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
+#include <vector>
 
 namespace norva {
 
@@ -64,6 +66,29 @@ bool zuv_read_at(int handle, std::int64_t position, std::span<std::byte> bytes) 
     return transfer(bytes.size(), [&](std::size_t done, std::size_t n) {
                return pread(handle, bytes.data() + done, n, position + static_cast<std::int64_t>(done));
            }) == std::ssize(bytes);
+}
+
+bool zuv_read_stretches_at(int handle, std::int64_t position, std::size_t width, std::size_t gap,
+                           std::span<std::byte> bytes) {
+    constexpr std::size_t most = 500; // less than half of what a call takes
+    std::vector<std::byte> unwanted(gap);
+    std::vector<iovec> places;
+    const std::size_t count = bytes.size() / width;
+    for (std::size_t k = 0; k < count;) {
+        places.clear();
+        for (std::size_t i = k; i < std::min(count, k + most); i++) {
+            if (i > k) places.push_back({unwanted.data(), gap});
+            places.push_back({bytes.data() + i * width, width});
+        }
+        const std::int64_t at = position + static_cast<std::int64_t>(k * (width + gap));
+        const ssize_t n = preadv(handle, places.data(), static_cast<int>(places.size()), at);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return false;
+        std::size_t whole = (static_cast<std::size_t>(n) + gap) / (width + gap);
+        if (whole == 0 && !zuv_read_at(handle, at, bytes.subspan(k * width, width))) return false;
+        k += std::max<std::size_t>(whole, 1);
+    }
+    return true;
 }
 
 bool zuv_write(int handle, std::span<const std::byte> bytes) {

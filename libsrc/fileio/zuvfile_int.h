@@ -21,6 +21,9 @@ int zuv_open_handle(const std::string& name, int flags);
 // Bytes read from the file position on, fewer at the end of the file; -1 on an error.
 std::int64_t zuv_read(int handle, std::span<std::byte> bytes);
 bool zuv_read_at(int handle, std::int64_t position, std::span<std::byte> bytes);
+// The same for stretches of `width` bytes with `gap` others between them, which go one behind the other.
+bool zuv_read_stretches_at(int handle, std::int64_t position, std::size_t width, std::size_t gap,
+                           std::span<std::byte> bytes);
 bool zuv_write(int handle, std::span<const std::byte> bytes);
 bool zuv_write_at(int handle, std::int64_t position, std::span<const std::byte> bytes);
 // What has been written is on the disk when this returns true.

@@ -92,6 +92,8 @@ TEST(gat, a_window_holds_what_single_rows_hold) {
         {.machine = MACHINE_SUN, .ngat = 20000, .dattype = 6, .incrng = 1, .rows = 7}); // long rows
     images.push_back(
         {.machine = MACHINE_THIS, .ngat = 40000, .dattype = 5, .incrng = 0, .rows = 90}); // many blocks
+    images.push_back(
+        {.machine = MACHINE_THIS, .ngat = 300, .dattype = 6, .incrng = 1, .rows = 1200}); // parts
     for (const gate_image& image : images) {
         SCOPED_TRACE(told(image));
         write_all(dir.file("f"), image.bytes());

@@ -165,6 +165,9 @@ int zuvfilewriteelement(_zuvfile* file, std::span<const std::byte> buffer, std::
 // file and without moving the next element: for readers that take parts of many elements. They must lie
 // within the elements.
 int zuvfilereadraw(_zuvfile* file, std::int64_t n, std::int64_t first, std::span<std::byte> bytes);
+// The same part of every element from n on: `width` bytes from byte `first` of each, as many as fill `bytes`.
+int zuvfilereadparts(_zuvfile* file, std::int64_t n, std::int64_t first, std::int64_t width,
+                     std::span<std::byte> bytes);
 
 // The typed header; the buffer holds at least hdsize bytes.
 int zuvfilegethead(_zuvfile* file, std::span<std::byte> header);
