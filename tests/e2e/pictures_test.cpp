@@ -27,6 +27,24 @@ protected:
         scene_file lacking;
         lacking.omit = {"WFRI", "STEP_FREQ"};
         ASSERT_EQ(write_scene(s, lacking, "lacking.pfx"), 1);
+        // An outline on a turntable.
+        scene table;
+        table.nt = 128;
+        table.table = {.da = 4 * std::numbers::pi / 180 / 127, .de = 0, .rc = 0};
+        const double gate = scene_light / 2 / scene_bandwidth(table);
+        const double cross = scene_light / scene_centre(table) / 2 / (128 * table.table.da);
+        for (auto [x, y, amplitude] : {std::array{0.0, -17.0, 1.0},
+                                       {0, -8.5, 0.6},
+                                       {0, 0, 0.8},
+                                       {0, 8.5, 0.6},
+                                       {0, 17, 0.9},
+                                       {-30, 3, 0.7},
+                                       {30, 3, 0.7},
+                                       {-13, 17, 0.4},
+                                       {15, -2, 1.0}})
+            table.points.push_back({.amplitude = amplitude, .x = x * cross, .y = y * gate});
+        table.noise = 0.05;
+        ASSERT_EQ(write_scene(table, {}, "outline.pfx"), 1);
         const char* folder = std::getenv("NORVA_PICTURES");
         folder_ = folder ? start_folder / folder : dir.path();
         start();
@@ -86,6 +104,31 @@ TEST_F(pictures, of_every_window) {
     take("NORVA: Doppler profile", "doppler_profile");
     while (dpwinon && click("DISMISS")) {
     }
+    open("outline.pfx");
+    ASSERT_TRUE(click("Image"));
+    take("NORVA: image", "image_peaks");
+    click("Plot Scaling");
+    take("NORVA: image: peak scaling", "peak_scaling");
+    style_cb(nullptr, 1);
+    click("Plot Scaling");
+    type("NORVA: image: contour scaling", 2, "2");
+    take("NORVA: image: contour scaling", "contour_scaling");
+    take("NORVA: image", "image_contours");
+    style_cb(nullptr, 2);
+    click("Plot Scaling");
+    click("Scale in dB");
+    type("NORVA: image: color intensity", 0, "-35");
+    take("NORVA: image: color intensity", "color_intensity");
+    click("Center Image");
+    hover(at(15, -2));
+    take("NORVA: image", "image_color");
+    click("Zoom");
+    press(at(-8, -24), Qt::LeftButton);
+    hover(at(36, 12));
+    take("NORVA: image", "image_zoom_box");
+    press(at(0, 0), Qt::MiddleButton);
+    ximag_bttn(ximag_window(), PI_EXPORT);
+    turn();
     click("User Defaults");
     take("NORVA: defaults", "user_defaults");
     while (click("DISMISS")) {

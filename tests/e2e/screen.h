@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "app/start.h"
 #include "doppler_int.h"
+#include "draw/image_picture.h"
 #include "image/ximag.h"
 #include "journal/journal.h"
 #include "port_qt/port_qt.h"
@@ -19,6 +20,7 @@
 #include "support/temp_dir.h"
 #include "toolkit/toolkit.h"
 #include "vgph/vggph.h"
+#include "ximag_int.h"
 #include "zuvsys/safefile.h"
 
 #include <QApplication>
@@ -47,6 +49,7 @@ protected:
     }
 
     void start() {
+        platform_.reset(); // a second start is a new run
         platform_ = make_qt_port({.unattended = true});
         set_port(platform_.get());
         wi_reset_for_tests();
@@ -104,16 +107,19 @@ protected:
     }
     QWidget* widget(port_win win) { return port_qt_widget(*platform_, win); }
 
-    // The picture of the profile window that is up, the Doppler window's before the range window's.
-    QWidget* plot() { return widget(dpwinon ? dp.disp->handle : rp.disp->handle); }
+    // The picture of the analysis window that is up, the Doppler window's before the range window's.
+    static const _vgdisplay& display() { return imgwinon ? *xi.disp : dpwinon ? *dp.disp : *rp.disp; }
+    static const _vgdataframe& frame() {
+        return imgwinon ? xi_picture.xy_df : dpwinon ? dp.picture.dp_df : rp.picture.rp_df;
+    }
+    QWidget* plot() { return widget(display().handle); }
     QImage look() {
         turn();
         return plot()->grab().toImage();
     }
-    QPoint at(double gates, double seconds) {
-        const _vgdataframe& frame = dpwinon ? dp.picture.dp_df : rp.picture.rp_df;
-        const _vgdisplay& disp = dpwinon ? *dp.disp : *rp.disp;
-        const port_point p = vg_to_pixel(disp, vg_x_loc(frame, gates), vg_y_loc(frame, seconds));
+    // Where a place of the picture is: gates and seconds, in an image gates and gates.
+    static QPoint at(double x, double y) {
+        const port_point p = vg_to_pixel(display(), vg_x_loc(frame(), x), vg_y_loc(frame(), y));
         return {p.x, p.y};
     }
     void press(QPoint p, Qt::MouseButton which) {

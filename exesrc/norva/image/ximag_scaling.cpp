@@ -58,10 +58,10 @@ static wi_obj* begin_window(const char* name, const char* label, int width, int 
     return fm;
 }
 
-// Lines of 24 units, with 5 in between.
+// Lines of 23 units, with 3 in between.
 static wi_obj* line(wi_obj* fm, int i, double x0, double x1) {
-    const double y = 6 + 29 * i;
-    return wi_form_parent(fm, x0, y, x1, y + 24);
+    const double y = 5 + 26 * i;
+    return wi_form_parent(fm, x0, y, x1, y + 23);
 }
 
 // --- Peaks
@@ -117,7 +117,7 @@ static void pswin_cb(wi_obj*, int) {
 }
 
 static void build_pswin() {
-    wi_obj* fm = ps.window = begin_window("NORVA: image: peak scaling", "Image Peak Scaling", 400, 214,
+    wi_obj* fm = ps.window = begin_window("NORVA: image: peak scaling", "Image Peak Scaling", 400, 190,
                                           "norva:image:image type:peaks");
     ps.peaks = wi_mk_incdecfld(line(fm, 0, 8, 392), "# of peaks:", 0.6, 1);
     wi_incdecfld_decimals(ps.peaks, 0);

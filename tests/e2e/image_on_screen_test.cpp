@@ -1,0 +1,214 @@
+// Images on real widgets: boxes, crosshair, centering and scaling by mouse, an analysis saved and replayed to
+// the same pictures, and the replay without a display.
+#include "screen.h"
+
+#include "state/defaults.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+namespace norva {
+namespace {
+
+class image_on_screen : public test::screen {
+protected:
+    void SetUp() override {
+        scene s;
+        const double dwell = s.nt * s.dt, middle = 0.5 * (s.nt - 1) * s.dt;
+        for (auto [crossrange, range, amplitude] :
+             {std::array{10.0, 5.0, 1.0}, {-14.0, 12.0, 0.6}, {3.0, -17.0, 0.4}}) {
+            const double doppler = crossrange / dwell;
+            s.points.push_back({.amplitude = amplitude,
+                                .delay = range * scene_gate(s) + doppler / scene_centre(s) * middle,
+                                .doppler = doppler});
+        }
+        ASSERT_EQ(write_scene(s, {}, "raw.pfx"), 1);
+        start();
+        type("NORVA: main", 0, "raw.pfx");
+        ASSERT_TRUE(click("Image"));
+        ASSERT_EQ(imgwinon, 1);
+    }
+
+    static double slack() { return 1.01 / (frame().xscale * display().xpinch); }
+
+    void left(double x, double y) { press(at(x, y), Qt::LeftButton); }
+    void middle(double x, double y) { press(at(x, y), Qt::MiddleButton); }
+    void right(double x, double y) { press(at(x, y), Qt::RightButton); }
+    void step(Qt::MouseButton which) { press({5, 5}, which); }
+
+    // Opens the pulldown and chooses by keys.
+    static void choose_style(int n) {
+        click("Image type");
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            auto* menu = qobject_cast<QMenu*>(top);
+            if (!menu || !menu->isVisible()) continue;
+            menu->setActiveAction(menu->actions().at(n));
+            key(menu, Qt::Key_Return);
+        }
+    }
+
+    int number() const { return 100 * (user.count + (jary ? 0 : 1)) + ximag_count(); }
+    void remember() { seen_[number()] = look(); }
+    void expect_as_seen() {
+        ASSERT_EQ(imgwinon, 1);
+        ASSERT_TRUE(seen_.contains(number())) << number();
+        EXPECT_EQ(look(), seen_[number()]) << number();
+    }
+
+    std::map<int, QImage> seen_;
+};
+
+TEST_F(image_on_screen, overlays_leave_the_picture_as_it_was) {
+    for (int style : {0, 1, 2}) {
+        choose_style(style);
+        ASSERT_EQ(xi.pip.imgtype, style);
+        const QImage before = look();
+        for (const char* mode : {"Edit Image", "Zoom"}) {
+            ASSERT_TRUE(click(mode));
+            left(-20, -20);
+            for (int i = 0; i < 25; i++) hover(at(-20 + i, -20 + 1.3 * i));
+            EXPECT_NE(look(), before) << mode << style;
+            middle(0, 0);
+            EXPECT_EQ(look(), before) << mode << style;
+        }
+        for (const char* mode : {"Peak Parameters", "Center Image"}) {
+            ASSERT_TRUE(click(mode));
+            for (int i = 0; i < 42; i++) hover(at(-31 + 1.5 * i, 30 - 1.5 * i));
+            EXPECT_NE(look(), before) << mode << style;
+            ASSERT_TRUE(click("Zoom"));
+            EXPECT_EQ(look(), before) << mode << style;
+        }
+    }
+}
+
+TEST_F(image_on_screen, zoom_box_and_back) {
+    const QImage whole = look();
+    ASSERT_TRUE(click("Zoom"));
+    left(20, 15);
+    hover(at(10, 5));
+    left(2, -5);
+    right(10, 5);
+    EXPECT_NEAR(image_limits().x0, 2, 0.5 + slack());
+    EXPECT_NEAR(image_limits().y1, 15, 0.5 + slack());
+    EXPECT_NE(look(), whole);
+    ASSERT_TRUE(click("Unzoom"));
+    EXPECT_EQ(look(), whole);
+    EXPECT_EQ(ximag_count(), 0);
+}
+
+TEST_F(image_on_screen, centred_scatterer_stands_at_the_origin) {
+    ASSERT_TRUE(click("Center Image"));
+    hover(at(0, 0));
+    right(-13.5, 12.5);
+    EXPECT_EQ(imgwinon, 0);
+    EXPECT_EQ(user.mc.ptr, 1);
+    ASSERT_TRUE(click("Image"));
+    ASSERT_TRUE(click("Peak Parameters"));
+    right(0.5, -0.5);
+    EXPECT_NEAR(xi.pip.xc, 0, 0.1);
+    EXPECT_NEAR(xi.pip.yc, 0, 0.1);
+}
+
+TEST_F(image_on_screen, saved_and_replayed_to_the_same_pictures) {
+    remember();
+    ASSERT_TRUE(click("Flop (h)"));
+    remember();
+    ASSERT_TRUE(click("Edit Image"));
+    left(25, -25);
+    left(-25, 25);
+    left(0, 0);
+    remember();
+    ASSERT_TRUE(click("Plot Scaling"));
+    type("NORVA: image: peak scaling", 3, "0.4");
+    type("NORVA: image: peak scaling", 4, "0.3");
+    ASSERT_TRUE(click("APPLY"));
+    remember();
+    type("NORVA: image", 4, "4");
+    ASSERT_TRUE(click("Interpolate"));
+    remember();
+    ASSERT_TRUE(click("Peak Parameters"));
+    right(-10, 5);
+    remember();
+    ASSERT_TRUE(click("Flop (v)"));
+    remember();
+    ASSERT_TRUE(click("Flop (h)"));
+    remember();
+    ASSERT_TRUE(click("Flop (v)"));
+    remember();
+    ASSERT_TRUE(click("Center Image"));
+    right(10, 5);
+    ASSERT_TRUE(click("Image"));
+    remember();
+    ASSERT_TRUE(click("Edit Image"));
+    left(-30, -25);
+    left(12, 20);
+    right(0, 0);
+    remember();
+    const QSize size = plot()->size();
+    ASSERT_TRUE(click("DISMISS"));
+    ASSERT_EQ(user.count, 4);
+    ASSERT_TRUE(click("SAVE"));
+
+    const std::string command =
+        std::string(NORVA_PROGRAM) + " --replay 'raw.jou;1' --out out >replay.txt 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0) << test::read_all("replay.txt");
+    for (const char* name : {"step_001", "step_001_01", "step_001_08", "step_003", "step_003_01"}) {
+        EXPECT_FALSE(QImage(QString("out/") + name + ".png").isNull()) << name;
+        EXPECT_EQ(test::read_all(std::string("out/") + name + ".pdf").substr(0, 5), "%PDF-") << name;
+    }
+    EXPECT_FALSE(std::filesystem::exists("out/step_002.png"));
+    EXPECT_NE(test::read_all("out/summary.txt").find("Change Peak Scaling"), std::string::npos);
+
+    start(); // a new run
+    def.pi_npmx = 5;
+    select_journal_file("raw.jou;1");
+    filewin_cb(main_window().jfil, 2);
+    turn();
+    ASSERT_EQ(user.count, 4);
+    for (int position : {1, 3}) {
+        user.count = position;
+        mng_jrnl(nullptr, 0);
+        turn();
+        ASSERT_EQ(plot()->size(), size);
+        expect_as_seen();
+        const int last = position == 1 ? 8 : 1;
+        for (int i = 1; i <= last; i++) {
+            step(Qt::LeftButton);
+            expect_as_seen();
+        }
+        for (int i = last; i > 0; i--) {
+            i % 2 ? step(Qt::MiddleButton) : key(plot(), Qt::Key_Z, Qt::ControlModifier);
+            expect_as_seen();
+        }
+        key(plot(), Qt::Key_Y, Qt::ControlModifier);
+        expect_as_seen();
+        for (int i = 0; imgwinon && i < 10; i++) step(Qt::LeftButton);
+        EXPECT_EQ(imgwinon, 0); // its end: the journal has gone on
+        EXPECT_EQ(user.count, position + 1);
+    }
+}
+
+TEST_F(image_on_screen, a_message_holds_the_window) {
+    const QImage before = look();
+    step(Qt::LeftButton); // nothing to advance to
+    EXPECT_EQ(msgwinon, 1);
+    EXPECT_FALSE(click("Flop (h)"));
+    EXPECT_FALSE(click("DISMISS"));
+    for (Qt::MouseButton which : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+        step(which);
+        press(at(10, 5), which);
+    }
+    key(plot(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(look(), before);
+    EXPECT_EQ(imgwinon, 1);
+    ASSERT_TRUE(click("ACKNOWLEDGE"));
+    EXPECT_TRUE(click("Flop (h)"));
+    EXPECT_EQ(ximag_count(), 1);
+}
+
+} // namespace
+} // namespace norva
