@@ -150,11 +150,13 @@ static bool apply_corrections() {
     const mcfile& mc = user.mc;
     for (int i = 0; i < mc.ptr; i++) {
         if (!cut_to({mc.nf0[i], mc.nf[i], mc.nt0[i], mc.nt[i]})) return false;
-        if (user.nt < 2 || (mc.flag[i] == MC_DECIMATE && user.nt > DECIMATION_MOST_RECORDS)) {
+        const bool decimation = mc.flag[i] == MC_DECIMATE;
+        if (user.nt < 2 ||
+            (decimation && (user.nt > DECIMATION_MOST_RECORDS || user.nf > DECIMATION_MOST_FREQUENCIES))) {
             popmsg("This journal holds a correction that cannot be applied to its data.");
             return false;
         }
-        if (mc.flag[i] == MC_DECIMATE) {
+        if (decimation) {
             apply_decimation(static_cast<int>(mc.t[i][0]), static_cast<int>(mc.t[i][1]));
         } else {
             user.f0 = window_f0(user.nf0);

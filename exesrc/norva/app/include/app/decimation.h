@@ -5,7 +5,8 @@ namespace norva {
 
 struct wi_obj;
 
-constexpr int DECIMATION_MOST_RECORDS = 8192; // columns of the two-dimensional transform
+constexpr int DECIMATION_MOST_RECORDS = 8192;     // columns of the two-dimensional transform
+constexpr int DECIMATION_MOST_FREQUENCIES = 1024; // of any analysis; the main window refuses more
 
 // 0 decimates by the factors in the main window's two fields; 1 and 2 step the field that fired up and down.
 void dec_cb(wi_obj* wo, int tag);
