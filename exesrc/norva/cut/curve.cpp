@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <numbers>
 
@@ -13,17 +15,29 @@ namespace norva {
 
 namespace {
 
-// The largest |component|; infinity when one is no number.
-float largest_component(const float* x, int n) {
-    float largest = 0;
-    bool sound = true;
-    for (int k = 0; k < 2 * n; k++) {
-        const float v = std::fabs(x[k]);
-        sound = sound && v <= std::numeric_limits<float>::max();
-        largest = v > largest ? v : largest;
+// Magnitudes compare like the whole numbers that their bits spell; beyond the largest number come infinity and
+// what is no number.
+constexpr std::int32_t INFINITE_BITS = 0x7f800000;
+
+std::int32_t largest_bits(const float* x, int n) {
+    std::int32_t largest = 0;
+    for (int k = 0; k < n; k++) {
+        const std::int32_t bits = std::bit_cast<std::int32_t>(x[k]) & 0x7fffffff;
+        largest = bits > largest ? bits : largest;
     }
-    return sound ? largest : std::numeric_limits<float>::infinity();
+    return largest;
 }
+
+float largest_magnitude(const float* x, int n) {
+    return std::bit_cast<float>(largest_bits(x, n));
+}
+
+void multiply(float* x, int n, float factor) {
+    for (int k = 0; k < n; k++) x[k] *= factor;
+}
+
+// Squares of numbers beyond these bounds may leave the range of a float.
+constexpr float SMALL = 0x1p-50F, LARGE = 0x1p50F, FAR = 0x1p90F;
 
 // Fills the phases between two samples that have one, a < b.
 void fill_between(float* ph, int a, int b) {
@@ -34,19 +48,25 @@ void fill_between(float* ph, int a, int b) {
 // Unwraps the phases of the samples above the level and lays all others on lines between them.
 void join_phases(const float* am, float level, int n, float* ph) {
     int first = -1, second = -1, before = -1, last = -1; // samples with a phase: the first two, the last two
-    float wraps = 0, raw = 0;
+    int wraps = 0;
+    float raw = 0;
+    // Whole cycles are counted without a branch: where they come nobody can foretell.
+    auto unwrap_at = [&](int k) {
+        const float value = ph[k], step = value - raw;
+        wraps += static_cast<int>(step < -0.5F) - static_cast<int>(step > 0.5F);
+        raw = value;
+        ph[k] = value + static_cast<float>(wraps);
+    };
     for (int k = 0; k < n; k++) {
         if (!(am[k] > level)) continue;
-        const float value = ph[k], step = value - raw;
-        if (std::fabs(step) > 0.5F) wraps -= step >= 0 ? 1.0F : -1.0F;
-        raw = value;
-        ph[k] = value + wraps;
+        unwrap_at(k);
         if (last >= 0 && last < k - 1) fill_between(ph, last, k);
-        if (first < 0)
-            first = k;
-        else if (second < 0)
-            second = k;
-        before = last;
+        const int run = k; // of samples that all have a phase
+        while (k + 1 < n && am[k + 1] > level) unwrap_at(++k);
+        if (second < 0 && first >= 0) second = run;
+        if (first < 0) first = run;
+        if (second < 0 && k > first) second = first + 1;
+        before = k > run ? k - 1 : last;
         last = k;
     }
     if (first < 0) {
@@ -62,32 +82,35 @@ void join_phases(const float* am, float level, int n, float* ph) {
 } // namespace
 
 void ampscl(float* x, int n, float* scale) {
-    const float largest = largest_component(x, n);
-    *scale = largest;
-    if (!(largest > 0) || std::isinf(largest)) return;
-    // Components at most 1 can be squared; those of the samples that count do not vanish.
-    const double unit = 1.0 / largest;
-    double power = 0;
-    for (int k = 0; k < n; k++) {
-        const double re = x[2 * k] * unit, im = x[2 * k + 1] * unit, p = re * re + im * im;
-        power = p > power ? p : power;
+    const std::int32_t bits = largest_bits(x, 2 * n);
+    *scale = std::bit_cast<float>(std::min(bits, INFINITE_BITS));
+    if (bits == 0 || bits >= INFINITE_BITS) return;
+    const float moved = *scale < SMALL ? FAR : *scale > LARGE ? 1 / FAR : 1.0F;
+    if (moved != 1) multiply(x, 2 * n, moved);
+
+    std::array<float, 512> power;
+    float largest = 0;
+    for (int from = 0; from < n; from += static_cast<int>(power.size())) {
+        const int block = std::min(static_cast<int>(power.size()), n - from);
+        for (int k = 0; k < block; k++) {
+            const float re = x[2 * (from + k)], im = x[2 * (from + k) + 1];
+            power[k] = re * re + im * im;
+        }
+        largest = std::max(largest, largest_magnitude(power.data(), block));
     }
-    const double amplitude = largest * std::sqrt(power);
-    *scale = static_cast<float>(std::min<double>(amplitude, std::numeric_limits<float>::max()));
-    const double factor = 1.0 / amplitude;
-    for (int k = 0; k < 2 * n; k++) x[k] = static_cast<float>(x[k] * factor);
+    const float amplitude = std::sqrt(largest);
+    multiply(x, 2 * n, 1 / amplitude);
+    *scale = std::min(amplitude / moved, std::numeric_limits<float>::max());
 }
 
 void amphs(const float* x, int n, int ks, float* am, float* ph) {
     const float sign = ks < 0 ? -1.0F : 1.0F;
-    float peak = 0;
     for (int k = 0; k < n; k++) {
         const float re = x[2 * k], im = x[2 * k + 1];
         am[k] = std::sqrt(re * re + im * im);
         ph[k] = sign * cycles_of(re, im);
-        peak = am[k] > peak ? am[k] : peak;
     }
-    join_phases(am, AMPHS_LEVEL * peak, n, ph);
+    join_phases(am, AMPHS_LEVEL * largest_magnitude(am, n), n, ph);
 }
 
 void aptocx(const float* am, const float* ph, int n, int ks, float* x) {

@@ -7,7 +7,7 @@ namespace norva {
 namespace {
 
 void copy_words(const cut_action& run, int first, int n, float* to) {
-    for (int k = 0; k < n; k++) to[k] = run.real(first + k);
+    std::memcpy(to, &run.words[first], sizeof(float) * static_cast<std::size_t>(n));
 }
 
 // The spacing as samples a gate; 0 for one that is not the reciprocal of 2, 3, 4, ...

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace norva {
@@ -107,7 +108,8 @@ struct cut_action {
     }
     void put(float v) { put(std::bit_cast<std::int32_t>(v)); }
     void put(const float* v, int n) {
-        for (int k = 0; k < n; k++) put(v[k]);
+        if (!quiet) std::memcpy(&out[own], v, sizeof(float) * static_cast<std::size_t>(n));
+        own += n;
     }
     // A result of its own: the step goes to its first word when it is known.
     void begin_own(int action) {

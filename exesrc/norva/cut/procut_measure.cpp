@@ -104,7 +104,7 @@ bool act_spline(cut_action& run) {
     p.nph = nph;
     p.x1 = run.real(4);
     p.dx = run.real(5);
-    for (int k = 0; k < nph; k++) p.ph[k] = run.real(6 + k);
+    std::memcpy(p.ph.data(), &run.words[6], sizeof(float) * static_cast<std::size_t>(nph));
     for (int k = 0; k < nbp; k++) p.breaks[k] = run.real(6 + nph + k);
     run.begin_own(PC_SPLINE);
     for (int k = 1; k < run.length; k++) run.put(run.integer(k));

@@ -55,11 +55,9 @@ void change_weighting(int lw, int kw1, int kw2) {
     cut_state& s = cut();
     apply_weights(s.x.data(), s.dw.data(), s.nx);
     set_weighting(lw, kw1, kw2);
-    double sum = 0;
-    for (int k = 0; k < s.nx; k++) {
-        if (s.dw[k] > 0) sum += 1 / s.dw[k];
-    }
-    for (int k = 0; k < s.nx; k++) s.b[k] = static_cast<float>(sum * s.w[k]);
+    // The sum of 1/dw over the support: the weights sum to 1, and dw is 1 at their centre.
+    const float restore = 1 / s.w[kw1 - 1 + (kw2 - kw1 + 1) / 2];
+    for (int k = 0; k < s.nx; k++) s.b[k] = restore * s.w[k];
     apply_weights(s.x.data(), s.b.data(), s.nx);
     transform_to_cut();
 }

@@ -60,17 +60,21 @@ void weight(float* w, float* dw, int nw, int lw) {
     const int l = lw % 10;
     const double dx = 1.0 / nw;
     const double x1 = lw < 10 && nw % 2 == 1 ? -(1 - dx) / 2 : -0.5;
-    for (int k = 0; k < nw; k++) {
-        double x = x1 + k * dx;
+    // The centred grid is symmetric: its second half is the first one backwards.
+    const bool mirrored = l <= 3 && x1 > -0.5;
+    const int half = mirrored ? nw / 2 + 1 : nw;
+    for (int k = 0; k < half; k++) {
+        const double x = x1 + k * dx, c = l >= 2 && l <= 3 ? std::cos(2 * pi * x) : 0;
         if (l <= 0)
             w[k] = 1.0F;
         else if (l == 1)
             w[k] = diawght(static_cast<float>(2 * x));
         else if (l == 2)
-            w[k] = static_cast<float>(0.54 + 0.46 * std::cos(2 * pi * x));
+            w[k] = static_cast<float>(0.54 + 0.46 * c);
         else if (l == 3)
-            w[k] = static_cast<float>(0.42 + 0.5 * std::cos(2 * pi * x) + 0.08 * std::cos(4 * pi * x));
+            w[k] = static_cast<float>(0.42 + 0.5 * c + 0.08 * (2 * c * c - 1)); // cos(4 pi x)
     }
+    if (mirrored) std::reverse_copy(w, w + nw / 2, w + half);
     if (l == 2 || l == 4) w[0] = w[nw - 1] = 0.005F;
     if (lw >= 10) {
         w[0] *= 0.5F;
