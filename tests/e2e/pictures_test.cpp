@@ -45,6 +45,10 @@ protected:
             table.points.push_back({.amplitude = amplitude, .x = x * cross, .y = y * gate});
         table.noise = 0.05;
         ASSERT_EQ(write_scene(table, {}, "outline.pfx"), 1);
+        test::write_all("pattern.cdf",
+                        "@D\nNUMBER OF FREQUENCY STEPS = 2\nPOLARIZATION = HH VV\n"
+                        "BASE FREQUENCY = 9000\nDELTA FREQUENCY = 4\nSTART SCAN = 0\nSTOP SCAN = 1\n"
+                        "DELTA SCAN = 1\n@E\n0 0 0 0 0 0 0 0\n0 0 0 0 0 0 0 0\n");
         const char* folder = std::getenv("NORVA_PICTURES");
         folder_ = folder ? start_folder / folder : dir.path();
         start();
@@ -145,6 +149,12 @@ TEST_F(pictures, of_every_window) {
     open("lacking.pfx");
     take("NORVA: manual kw input", "keyword_window");
     click("CANCEL");
+    open("pattern.cdf");
+    take("NORVA: polarization", "polarization");
+    click("Done");
+    click("WRITE");
+    take("NORVA: write output data file", "write");
+    click("Cancel");
     app_hooks.computing(true);
     app_hooks.rpt_progress(1, 100);
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
