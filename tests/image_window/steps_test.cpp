@@ -3,6 +3,8 @@
 #include "image_fixture.h"
 
 #include "journal/listing.h"
+#include "mocomp/polar_keywords.h"
+#include "mocomp/polar_window.h"
 #include "state/write_out.h"
 
 #include <map>
@@ -200,6 +202,45 @@ TEST_F(steps, saved_and_replayed_in_a_new_run) {
             press_control_box(MIDDLE_BUTTON);
             expect_as_seen();
         }
+    }
+    EXPECT_TRUE(messages.empty()) << messages[0];
+}
+
+// A polar formatted image is formed so again, although nothing asks for polar formatting by then.
+TEST_F(steps, polar_image_replayed_as_it_was) {
+    scene s = make_scene({});
+    s.table = {.da = 0.0005, .de = 0, .rc = 200};
+    s.points = {{.amplitude = 1, .x = 4, .y = 3}, {.amplitude = 0.7, .x = -5, .y = -6}};
+    load(s);
+    ASSERT_TRUE(click("Polar Format"));
+    *get_pkw() = {.eflag = 1, .dtyp = 0, .xex = 15, .yex = 15, .rc = 200, .da = 0.0005f, .de = 0};
+    pkw_putvals();
+    plr_kw_cb(nullptr, 1);
+    rec->run_pending();
+    ASSERT_EQ(imgwinon, 1);
+    EXPECT_EQ(ximag_action(), "Polar Format Initialization");
+    remember();
+    ASSERT_TRUE(click("Flop (h)"));
+    remember();
+    press_control_box(MIDDLE_BUTTON);
+    expect_as_seen();
+    press_control_box(LEFT_BUTTON);
+    ASSERT_TRUE(click("DISMISS"));
+    EXPECT_EQ(plr_kw_stat(), 0);
+    ASSERT_TRUE(click("Image"));
+    remember();
+    ASSERT_TRUE(click("DISMISS"));
+    click("SAVE");
+    start();
+    rec->rasters = true;
+    reset_kws();
+    open_journal("raw.jou;1");
+    for (int position : {1, 3}) {
+        go_to(position);
+        expect_as_seen();
+        EXPECT_EQ(ximag_action() == "Polar Format Initialization", position == 1);
+        press_control_box(LEFT_BUTTON);
+        if (imgwinon) expect_as_seen();
     }
     EXPECT_TRUE(messages.empty()) << messages[0];
 }
