@@ -423,6 +423,24 @@ TEST_F(analysis, raw_file_gone_while_a_window_is_up) {
     EXPECT_FALSE(rpwinon);
     std::filesystem::rename("away.pfx", "drift.pfx");
     expect_every_position();
+
+    // Also when the next thing is an analysis, not a jump: its steps count.
+    for (int position : {4, 0}) {
+        go_to(eoj);
+        std::filesystem::rename("drift.pfx", "away.pfx");
+        go_to(position);
+        std::filesystem::rename("away.pfx", "drift.pfx");
+        ASSERT_TRUE(click("Range Prof"));
+        EXPECT_EQ(rpwinon, 1);
+        EXPECT_EQ(user.count, position + 1);
+        EXPECT_EQ(eoj, position + 1);
+        xrp_mocomp(0, 1);
+        EXPECT_EQ(eoj, position + 2);
+        EXPECT_EQ(user.mc.ptr, position == 4 ? 3 : 1);
+        if (position == 4) {
+            EXPECT_EQ(user.nt, 23);
+        }
+    }
 }
 
 // A position that could not be reached mutes the journal; what it holds is saved all the same.

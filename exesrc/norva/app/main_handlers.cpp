@@ -171,7 +171,20 @@ static bool begin_journal() {
     return journal_next_index() > 0;
 }
 
+// A replay that failed has left the journal mute and the data away: the position is built before anything is
+// done on it. At position 0 that is the fresh read of every analysis. True when the analysis can go on.
+static bool position_stands() {
+    if (user.count == 0) {
+        managing = 0;
+        return true;
+    }
+    mng_jrnl(nullptr, 0);
+    return managing == 0 && !analysis_window_open();
+}
+
 static void start_analysis(wi_obj* wo, int tag) {
+    const bool by_user = wo || tag == 13;
+    if (by_user && managing && eoj != 0 && !position_stands()) return;
     if (!prepare(wo, tag)) return;
     if (eoj == 0 && !(stsf == 1 && tag == 9) && !begin_journal()) return;
     if (tag == 13) {
