@@ -3,6 +3,7 @@
 
 #include "app/gpf.h"
 #include "fileio/pfxtext.h"
+#include "state/defaults.h"
 #include "state/write_out.h"
 #include "zuvsys/strprintf.h"
 
@@ -143,6 +144,41 @@ TEST_F(output_file, edited_image) {
     EXPECT_EQ(u_kwget_d(gate.get(), "WFRI"), 2 * 0.0078125); // same span, half the records
     EXPECT_EQ(u_kwget_d(gate.get(), "STEP_FREQ"), 8e6);
     EXPECT_EQ(u_kwget_s(gate.get(), "MOT_COMP"), "no");
+}
+
+// An image of the data as they are, written and read back: the data again, but for their scale and the
+// corners that the round weighting cuts off.
+TEST_F(output_file, open_image_window) {
+    gate_scene scene{.nf = 32, .nt = 16}; // powers of two: the image has no zeros around it
+    scene.delay = [](double t) { return 0.03 + 0.002 * t; };
+    write_gate("raw.pfx", scene);
+    open("raw.pfx");
+    def.pi_ifx = def.pi_ify = 1;
+    ASSERT_TRUE(click("Image"));
+    ASSERT_EQ(imgwinon, 1);
+    const std::vector<float> before = samples();
+    write("image.pfx");
+    EXPECT_TRUE(messages.empty()) << messages[0];
+    ASSERT_TRUE(click("DISMISS"));
+    ASSERT_EQ(imgwinon, 0);
+    click("SAVE");
+    open("image.pfx");
+    ASSERT_EQ(gp.nf, 32);
+    ASSERT_EQ(gp.nrec, 16);
+    EXPECT_FLOAT_EQ(gp.wfri, 0.01f);
+    EXPECT_FLOAT_EQ(gp.df, 4);
+    ASSERT_TRUE(click("Range Prof"));
+    std::complex<double> product;
+    double a2 = 0, b2 = 0;
+    for (std::size_t k = 0; k < before.size(); k += 2) {
+        const std::complex<double> a(before[k], before[k + 1]), b(user.pfdata[k], user.pfdata[k + 1]);
+        if (std::abs(b) == 0) continue;
+        product += std::conj(a) * b;
+        a2 += std::norm(a);
+        b2 += std::norm(b);
+    }
+    EXPECT_GT(std::abs(product) / std::sqrt(a2 * b2), 0.9999);
+    EXPECT_NEAR(a2 / (16 * 32), std::numbers::pi / 4, 0.05);
 }
 
 // A window that was typed and refused, or not used yet, is not the one the data in memory have.
