@@ -62,6 +62,7 @@ std::size_t boundary(const float* p, std::size_t each, std::size_t lanes, std::s
 } // namespace
 
 void stream_samples(std::size_t n, const float* x, float* to, float* p) {
+    if (n == 0) return;
     const std::size_t lanes = has_avx2() ? 8 : 4;
     const std::size_t i = boundary(to, 2, lanes, n), k = p ? boundary(p, 1, lanes, n) : n;
     const std::size_t steps = (n - std::max(i, k)) / lanes, done = steps * lanes;
