@@ -1,14 +1,17 @@
-#pragma once
-// Angles in cycles, written so that a compiler can work on several samples at once: no calls, no branches.
-
-#include <cmath>
+// See angle_kernels.h. Written so that a compiler works on several samples at once: no calls, no branches.
+#include "angle_kernels.h"
 
 namespace norva {
+namespace {
+
+inline float magnitude(float v) {
+    return __builtin_fabsf(v);
+}
 
 // atan2(im, re)/(2 pi), within 2e-8 cycles before rounding; 0 for the origin. atan(t)/(2 pi) by a polynomial
 // of least greatest error for |t| <= tan(pi/8), after the octant has been turned to the axis.
 inline float cycles_of(float re, float im) {
-    const float ax = std::fabs(re), ay = std::fabs(im);
+    const float ax = magnitude(re), ay = magnitude(im);
     const float larger = ax > ay ? ax : ay, smaller = ax > ay ? ay : ax;
     const bool beyond = smaller > 0.41421356F * larger;
     const float above = beyond ? smaller - larger : smaller;
@@ -34,7 +37,7 @@ struct phasor {
 // exp(2 pi i cycles), within 2e-7. The angle is brought to an eighth of a cycle from an axis.
 inline phasor phasor_of(float cycles) {
     const float whole = (cycles + ROUNDER) - ROUNDER;
-    const float part = std::fabs(cycles) < ROUNDS_BELOW ? cycles - whole : cycles - cycles;
+    const float part = magnitude(cycles) < ROUNDS_BELOW ? cycles - whole : cycles - cycles;
     const float quarter = (4 * part + ROUNDER) - ROUNDER;
     const float f = part - 0.25F * quarter, z = f * f;
     const float s = f * (6.2831853F + z * (-41.341661F + z * (81.592354F + z * -75.393563F)));
@@ -46,4 +49,66 @@ inline phasor phasor_of(float cycles) {
     return {back || quarter == 1.0F ? -re : re, back || quarter == -1.0F ? -im : im};
 }
 
+inline int bits_of(float v) {
+    int bits;
+    __builtin_memcpy(&bits, &v, sizeof bits);
+    return bits & 0x7fffffff;
+}
+
+void polar(const float* x, int n, float sign, float* am, float* ph) {
+    for (int k = 0; k < n; k++) {
+        const float re = x[2 * k], im = x[2 * k + 1];
+        am[k] = __builtin_sqrtf(re * re + im * im);
+        ph[k] = sign * cycles_of(re, im);
+    }
+}
+
+void amplitudes(const float* x, int n, float* am) {
+    for (int k = 0; k < n; k++) am[k] = __builtin_sqrtf(x[2 * k] * x[2 * k] + x[2 * k + 1] * x[2 * k + 1]);
+}
+
+void cartesian(const float* am, const float* ph, int n, float sign, float* x) {
+    for (int k = 0; k < n; k++) {
+        const phasor e = phasor_of(sign * ph[k]);
+        x[2 * k] = am[k] * e.re;
+        x[2 * k + 1] = am[k] * e.im;
+    }
+}
+
+void turn_each(float* x, int n, float sign, const float* ph) {
+    for (int k = 0; k < n; k++) {
+        const phasor e = phasor_of(sign * ph[k]);
+        const float re = x[2 * k], im = x[2 * k + 1];
+        x[2 * k] = re * e.re - im * e.im;
+        x[2 * k + 1] = re * e.im + im * e.re;
+    }
+}
+
+int largest_power(const float* x, int n) {
+    int largest = 0;
+    for (int k = 0; k < n; k++) {
+        const float re = x[2 * k], im = x[2 * k + 1];
+        const int bits = bits_of(re * re + im * im);
+        largest = bits > largest ? bits : largest;
+    }
+    return largest;
+}
+
+int largest_bits(const float* x, int n) {
+    int largest = 0;
+    for (int k = 0; k < n; k++) {
+        const int bits = bits_of(x[k]);
+        largest = bits > largest ? bits : largest;
+    }
+    return largest;
+}
+
+void multiply(float* x, int n, float factor) {
+    for (int k = 0; k < n; k++) x[k] *= factor;
+}
+
+constexpr angle_kernels all_kernels = {polar,         amplitudes,   cartesian, turn_each,
+                                       largest_power, largest_bits, multiply};
+
+} // namespace
 } // namespace norva

@@ -1,7 +1,8 @@
 // Amplitude and phase of complex curves.
 #include "cut/curve.h"
 
-#include "angle.h"
+#include "angle_kernels.h"
+#include "signal/processor.h"
 
 #include <algorithm>
 #include <array>
@@ -15,26 +16,9 @@ namespace norva {
 
 namespace {
 
-// Magnitudes compare like the whole numbers that their bits spell; beyond the largest number come infinity and
-// what is no number.
+// Magnitudes compare like the whole numbers that their bits spell; beyond the largest number come infinity
+// and what is no number.
 constexpr std::int32_t INFINITE_BITS = 0x7f800000;
-
-std::int32_t largest_bits(const float* x, int n) {
-    std::int32_t largest = 0;
-    for (int k = 0; k < n; k++) {
-        const std::int32_t bits = std::bit_cast<std::int32_t>(x[k]) & 0x7fffffff;
-        largest = bits > largest ? bits : largest;
-    }
-    return largest;
-}
-
-float largest_magnitude(const float* x, int n) {
-    return std::bit_cast<float>(largest_bits(x, n));
-}
-
-void multiply(float* x, int n, float factor) {
-    for (int k = 0; k < n; k++) x[k] *= factor;
-}
 
 // Squares of numbers beyond these bounds may leave the range of a float.
 constexpr float SMALL = 0x1p-50F, LARGE = 0x1p50F, FAR = 0x1p90F;
@@ -50,19 +34,29 @@ void join_phases(const float* am, float level, int n, float* ph) {
     int first = -1, second = -1, before = -1, last = -1; // samples with a phase: the first two, the last two
     int wraps = 0;
     float raw = 0;
-    // Whole cycles are counted without a branch: where they come nobody can foretell.
-    auto unwrap_at = [&](int k) {
-        const float value = ph[k], step = value - raw;
-        wraps += static_cast<int>(step < -0.5F) - static_cast<int>(step > 0.5F);
-        raw = value;
-        ph[k] = value + static_cast<float>(wraps);
+    // Samples from..to-1. Whole cycles are counted without a branch: where they come nobody can foretell.
+    auto unwrap_run = [&](int from, int to) {
+        std::array<float, 257> before_run;
+        std::array<int, 256> turns;
+        for (; from < to; from += static_cast<int>(turns.size())) {
+            const int length = std::min(to - from, static_cast<int>(turns.size()));
+            before_run[0] = raw;
+            std::copy_n(ph + from, length, before_run.begin() + 1);
+            raw = before_run[length];
+            for (int k = 0; k < length; k++) {
+                const float step = before_run[k + 1] - before_run[k];
+                turns[k] = static_cast<int>(step < -0.5F) - static_cast<int>(step > 0.5F);
+            }
+            for (int k = 0; k < length; k++) turns[k] = wraps += turns[k];
+            for (int k = 0; k < length; k++) ph[from + k] += static_cast<float>(turns[k]);
+        }
     };
     for (int k = 0; k < n; k++) {
         if (!(am[k] > level)) continue;
-        unwrap_at(k);
-        if (last >= 0 && last < k - 1) fill_between(ph, last, k);
         const int run = k; // of samples that all have a phase
-        while (k + 1 < n && am[k + 1] > level) unwrap_at(++k);
+        while (k + 1 < n && am[k + 1] > level) k++;
+        unwrap_run(run, k + 1);
+        if (last >= 0 && last < run - 1) fill_between(ph, last, run);
         if (second < 0 && first >= 0) second = run;
         if (first < 0) first = run;
         if (second < 0 && k > first) second = first + 1;
@@ -81,55 +75,45 @@ void join_phases(const float* am, float level, int n, float* ph) {
 
 } // namespace
 
+const angle_kernels& kernels_of_this_machine() {
+#if defined(__x86_64__)
+    if (has_avx2()) return angle_kernels_avx2;
+#endif
+    return angle_kernels_base;
+}
+
+static const angle_kernels& kernels() {
+    static const angle_kernels& k = kernels_of_this_machine();
+    return k;
+}
+
 void ampscl(float* x, int n, float* scale) {
-    const std::int32_t bits = largest_bits(x, 2 * n);
+    const angle_kernels& of = kernels();
+    const std::int32_t bits = of.largest_bits(x, 2 * n);
     *scale = std::bit_cast<float>(std::min(bits, INFINITE_BITS));
     if (bits == 0 || bits >= INFINITE_BITS) return;
     const float moved = *scale < SMALL ? FAR : *scale > LARGE ? 1 / FAR : 1.0F;
-    if (moved != 1) multiply(x, 2 * n, moved);
-
-    std::array<float, 512> power;
-    float largest = 0;
-    for (int from = 0; from < n; from += static_cast<int>(power.size())) {
-        const int block = std::min(static_cast<int>(power.size()), n - from);
-        for (int k = 0; k < block; k++) {
-            const float re = x[2 * (from + k)], im = x[2 * (from + k) + 1];
-            power[k] = re * re + im * im;
-        }
-        largest = std::max(largest, largest_magnitude(power.data(), block));
-    }
-    const float amplitude = std::sqrt(largest);
-    multiply(x, 2 * n, 1 / amplitude);
+    if (moved != 1) of.multiply(x, 2 * n, moved);
+    const float amplitude = std::sqrt(std::bit_cast<float>(of.largest_power(x, n)));
+    of.multiply(x, 2 * n, 1 / amplitude);
     *scale = std::min(amplitude / moved, std::numeric_limits<float>::max());
 }
 
+void amplitudes(const float* x, int n, float* am) {
+    kernels().amplitudes(x, n, am);
+}
+
 void amphs(const float* x, int n, int ks, float* am, float* ph) {
-    const float sign = ks < 0 ? -1.0F : 1.0F;
-    for (int k = 0; k < n; k++) {
-        const float re = x[2 * k], im = x[2 * k + 1];
-        am[k] = std::sqrt(re * re + im * im);
-        ph[k] = sign * cycles_of(re, im);
-    }
-    join_phases(am, AMPHS_LEVEL * largest_magnitude(am, n), n, ph);
+    kernels().polar(x, n, ks < 0 ? -1.0F : 1.0F, am, ph);
+    join_phases(am, AMPHS_LEVEL * std::bit_cast<float>(kernels().largest_bits(am, n)), n, ph);
 }
 
 void aptocx(const float* am, const float* ph, int n, int ks, float* x) {
-    const float sign = ks < 0 ? -1.0F : 1.0F;
-    for (int k = 0; k < n; k++) {
-        const phasor e = phasor_of(sign * ph[k]);
-        x[2 * k] = am[k] * e.re;
-        x[2 * k + 1] = am[k] * e.im;
-    }
+    kernels().cartesian(am, ph, n, ks < 0 ? -1.0F : 1.0F, x);
 }
 
 void turn(float* x, int n, int sign, const float* ph) {
-    const float s = sign < 0 ? -1.0F : 1.0F;
-    for (int k = 0; k < n; k++) {
-        const phasor e = phasor_of(s * ph[k]);
-        const float re = x[2 * k], im = x[2 * k + 1];
-        x[2 * k] = re * e.re - im * e.im;
-        x[2 * k + 1] = re * e.im + im * e.re;
-    }
+    kernels().turn(x, n, sign < 0 ? -1.0F : 1.0F, ph);
 }
 
 // A run of samples shares one exponential in double precision; the steps within it come from a table.

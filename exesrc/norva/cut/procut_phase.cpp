@@ -149,9 +149,11 @@ bool act_zero_phase(cut_action& run) {
     k1 = std::clamp(k1, 1, s.nx);
     k2 = std::clamp(k2, 1, s.nx);
     keep_only(s.x.data(), s.nx, k1, k2);
-    for (int k = k1 - 1; k < k2; k++) {
-        const double re = s.x[2 * k], im = s.x[2 * k + 1];
-        s.x[2 * k] = static_cast<float>(std::sqrt(re * re + im * im));
+    float scale = 0;
+    ampscl(s.x.data(), s.nx, &scale);
+    amplitudes(s.x.data(), s.nx, s.b.data());
+    for (int k = 0; k < s.nx; k++) {
+        s.x[2 * k] = scale * s.b[k];
         s.x[2 * k + 1] = 0;
     }
     transform_to_cut();

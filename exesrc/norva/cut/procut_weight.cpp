@@ -1,11 +1,10 @@
 // Weightings of the transform, and the edits that leave a new support to weight.
+#include "cut/curve.h"
 #include "procut_int.h"
 #include "signal/fft.h"
 #include "signal/vector.h"
 #include "signal/weight.h"
 #include "state/image_cut.h"
-
-#include <cmath>
 
 namespace norva {
 
@@ -53,11 +52,11 @@ void set_weighting(int lw, int kw1, int kw2) {
 
 void change_weighting(int lw, int kw1, int kw2) {
     cut_state& s = cut();
-    apply_weights(s.x.data(), s.dw.data(), s.nx);
+    std::copy_n(s.dw.begin(), s.nx, s.b.begin());
     set_weighting(lw, kw1, kw2);
     // The sum of 1/dw over the support: the weights sum to 1, and dw is 1 at their centre.
     const float restore = 1 / s.w[kw1 - 1 + (kw2 - kw1 + 1) / 2];
-    for (int k = 0; k < s.nx; k++) s.b[k] = restore * s.w[k];
+    for (int k = 0; k < s.nx; k++) s.b[k] *= restore * s.w[k];
     apply_weights(s.x.data(), s.b.data(), s.nx);
     transform_to_cut();
 }
@@ -143,22 +142,15 @@ bool act_unit_amplitude(cut_action& run) {
     if (k2 <= k1) return run.fail("***Error 107a...Crosshairs not in sequence");
     if (!run.accept(3)) return false;
 
+    float largest = 0;
     std::fill_n(s.x.begin(), 2 * (k1 - 1), 0.0F);
     std::fill(s.x.begin() + 2 * k2, s.x.begin() + 2 * s.nx, 0.0F);
-    double largest = 0;
-    for (int k = k1 - 1; k < k2; k++) {
-        const double re = s.x[2 * k], im = s.x[2 * k + 1], a = std::sqrt(re * re + im * im);
-        largest = a > largest ? a : largest;
-        s.b[2 * k] = a > 0 ? static_cast<float>(re / a) : 0.0F;
-        s.b[2 * k + 1] = a > 0 ? static_cast<float>(im / a) : 0.0F;
-    }
+    ampscl(s.x.data(), s.nx, &largest);
     set_weighting(s.lw, k1, k2);
-    const double level = largest / s.w[k1 - 1 + (k2 - k1 + 1) / 2];
-    for (int k = k1 - 1; k < k2; k++) {
-        const auto w = static_cast<float>(level * s.w[k]);
-        s.x[2 * k] = s.b[2 * k] * w;
-        s.x[2 * k + 1] = s.b[2 * k + 1] * w;
-    }
+    const float level = largest / s.w[k1 - 1 + (k2 - k1 + 1) / 2];
+    amplitudes(s.x.data(), s.nx, s.b.data());
+    for (int k = 0; k < s.nx; k++) s.b[k] = level * s.w[k] / (s.b[k] > 0 ? s.b[k] : 1.0F);
+    apply_weights(s.x.data(), s.b.data(), s.nx);
     transform_to_cut();
     s.edited = true;
     s.kmc = subtracted::none;

@@ -1,11 +1,11 @@
 // Two scatterers from the phase between two nulls.
 #include "cut/scatterer.h"
-#include "signal/solve.h"
 #include "signal/weight.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -23,12 +23,21 @@ double added_phase(double a, double theta) {
     return std::atan2(a * std::sin(theta), 1 + a * std::cos(theta));
 }
 
-// Slope of the straight line through the phases y at the positions x, cycles a unit; 0 for one point.
-double line_slope(const std::vector<float>& x, const std::vector<float>& y) {
+// Slope of the least squares line through the phases y at the positions x, cycles a unit; 0 for one point.
+double line_slope(std::span<const float> x, std::span<const float> y) {
     if (x.size() < 2) return 0;
-    float a[2] = {}, chisqr = 0;
-    polfit(x.data(), y.data(), nullptr, static_cast<int>(x.size()), 2, 0, a, &chisqr);
-    return a[1] / (2 * pi);
+    const double middle = 0.5 * (static_cast<double>(x.front()) + x.back());
+    double sx = 0, sy = 0, sxx = 0, sxy = 0;
+    for (std::size_t k = 0; k < x.size(); k++) {
+        const double u = x[k] - middle;
+        sx += u;
+        sy += y[k];
+        sxx += u * u;
+        sxy += u * y[k];
+    }
+    const auto n = static_cast<double>(x.size());
+    const double spread = n * sxx - sx * sx;
+    return spread > 0 ? (n * sxy - sx * sy) / spread / (2 * pi) : 0;
 }
 
 // The largest amplitude with the weighting taken out.
@@ -67,7 +76,7 @@ float alpha(float a, float omega, float phi, float start, float end, int n) {
 // d is half a cycle less than the distance from the estimate, so that its whole part names the branch.
 float readjp(float ph, phase_estimate& estimate) {
     const double d = (static_cast<double>(ph) - estimate.est) / (2 * pi) - 0.5;
-    const double part = d - std::trunc(d);
+    const double part = std::fabs(d) < 1e9 ? d - static_cast<int>(d) : 0;
     const double nearest = (part < 0 ? part + 0.5 : part - 0.5) * 2 * pi + estimate.est;
     estimate.est += static_cast<float>(estimate.ctau * (nearest - estimate.est));
     return static_cast<float>(nearest);
@@ -92,7 +101,7 @@ void scatinta1(const float* amp, const float* phase, int npts, float dcval, int 
 
     const double spacing = biglen / (npts - 1.0);
     auto position = [&](double sample) { return (sample - 1) * spacing + tim0; };
-    std::vector<float> x(npts), y(npts), dumx, dumy;
+    std::vector<float> x(npts), y(npts);
     phase_estimate estimate;
     for (int k = 0; k < npts; k++) {
         x[k] = static_cast<float>(position(k + 1));
@@ -104,12 +113,11 @@ void scatinta1(const float* amp, const float* phase, int npts, float dcval, int 
     double t1 = position(tj1), t2 = position(tj2), tau1 = position(itau1), tau2 = position(itau2);
     if (t1 > t2) std::swap(t1, t2);
     if (tau1 > tau2) std::swap(tau1, tau2);
+    // The samples between: none, one or more.
     const double tolerance = 0.001 * spacing;
-    for (int k = 0; k < npts; k++) {
-        if (x[k] < tau1 - tolerance || x[k] > tau2 + tolerance) continue;
-        dumx.push_back(x[k]);
-        dumy.push_back(y[k]);
-    }
+    const auto begin = std::lower_bound(x.begin(), x.end(), static_cast<float>(tau1 - tolerance));
+    const auto end = std::upper_bound(begin, x.end(), static_cast<float>(tau2 + tolerance));
+    const std::span<const float> dumx(begin, end), dumy(y.begin() + (begin - x.begin()), dumx.size());
     const double phslp = line_slope(dumx, dumy) - dcval;
 
     const double scatsep = 1 / (t2 - t1), g = (tau2 - tau1) / (t2 - t1);

@@ -63,8 +63,11 @@ void weight(float* w, float* dw, int nw, int lw) {
     // The centred grid is symmetric: its second half is the first one backwards.
     const bool mirrored = l <= 3 && x1 > -0.5;
     const int half = mirrored ? nw / 2 + 1 : nw;
+    // Cosines of equal steps by their recurrence, c(k+1) = 2 cos(2 pi dx) c(k) - c(k-1): exact enough by far.
+    double before = std::cos(2 * pi * (x1 - dx)), c = std::cos(2 * pi * x1);
+    const double twice = 2 * std::cos(2 * pi * dx);
     for (int k = 0; k < half; k++) {
-        const double x = x1 + k * dx, c = l >= 2 && l <= 3 ? std::cos(2 * pi * x) : 0;
+        const double x = x1 + k * dx;
         if (l <= 0)
             w[k] = 1.0F;
         else if (l == 1)
@@ -73,6 +76,9 @@ void weight(float* w, float* dw, int nw, int lw) {
             w[k] = static_cast<float>(0.54 + 0.46 * c);
         else if (l == 3)
             w[k] = static_cast<float>(0.42 + 0.5 * c + 0.08 * (2 * c * c - 1)); // cos(4 pi x)
+        const double next = twice * c - before;
+        before = c;
+        c = next;
     }
     if (mirrored) std::reverse_copy(w, w + nw / 2, w + half);
     if (l == 2 || l == 4) w[0] = w[nw - 1] = 0.005F;

@@ -10,9 +10,13 @@ constexpr float AMPHS_LEVEL = 0.01F;
 // they are: all are zero. A value that is no number, or an infinite one, gives a scale of infinity.
 void ampscl(float* x, int n, float* scale);
 
-// Amplitude, and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample of more than 1 % of
-// the peak on. Phases of samples at or below that level lie on the line between their neighbours above it, or
-// on the line through the first or last two of these.
+// The amplitudes of n complex samples. Their squares must stay in the range of a float, as those that ampscl
+// has scaled do.
+void amplitudes(const float* x, int n, float* am);
+
+// Amplitude (as above), and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample of more
+// than 1 % of the peak on. Phases of samples at or below that level lie on the line between their neighbours
+// above it, or on the line through the first or last two of these.
 void amphs(const float* x, int n, int ks, float* am, float* ph);
 
 // x = am exp(ks 2 pi i ph).
