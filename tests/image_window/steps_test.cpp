@@ -8,6 +8,7 @@
 #include "state/write_out.h"
 
 #include <map>
+#include <random>
 
 namespace norva {
 namespace {
@@ -283,6 +284,25 @@ TEST_F(steps, stored_centering_counts_once) {
     EXPECT_TRUE(messages.empty()) << messages[0];
 }
 
+// A journal with no room for the two records of an image takes neither, and the data are those of its last
+// step.
+TEST_F(steps, full_journal) {
+    open_three();
+    ASSERT_TRUE(click("DISMISS"));
+    while (journal_next_index() < JOURNAL_MAX_INDEX - 1) jrnl(1);
+    const std::vector<float> before = samples();
+    const int count = user.count;
+    ASSERT_TRUE(click("Image"));
+    ASSERT_TRUE(click("Center Image"));
+    press(10, 5, RIGHT_BUTTON);
+    EXPECT_EQ(messages, std::vector<std::string>{"***Error in JOURNAL...INDX dimension exceeded"});
+    EXPECT_EQ(imgwinon, 0);
+    EXPECT_EQ(user.count, count);
+    EXPECT_EQ(user.mc.ptr, 0);
+    EXPECT_TRUE(samples() == before);
+    EXPECT_FALSE(jary);
+}
+
 TEST_F(steps, edited_data_are_handed_over_and_the_step_passed) {
     open_three();
     ASSERT_TRUE(click("Edit Image"));
@@ -321,6 +341,87 @@ TEST_F(steps, listing_names_the_steps) {
         at = listing.text.find(text, at);
         ASSERT_NE(at, std::string::npos) << text << "\n" << listing.text;
         at++;
+    }
+}
+
+// Whatever is done, gone back over and stored: each step shows what it showed when it was made.
+TEST_F(steps, random_analyses) {
+    for (unsigned seed = 1; seed <= 4; seed++) {
+        std::mt19937 random(seed);
+        const auto pick = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+        const auto place = [&pick] { return pick(60) - 30.0; };
+        seen_.clear();
+        open_three();
+        remember();
+        // A step of the image was asked for: a new one drops those ahead, and a refused one changes nothing.
+        const auto made = [this](int before) {
+            if (!imgwinon || number() == before) return;
+            seen_.erase(seen_.lower_bound(number()), seen_.end());
+            remember();
+        };
+        for (int i = 0; i < 60; i++) {
+            if (!imgwinon) {
+                const int choice = pick(3);
+                if (choice == 0 && user.count > 0) mng_jrnl(nullptr, 2);
+                if (choice == 1 && user.count < eoj) mng_jrnl(nullptr, 1);
+                rec->run_pending();
+                if (!imgwinon && choice == 2) {
+                    ASSERT_TRUE(click("Image"));
+                    seen_.erase(seen_.lower_bound(number()), seen_.end());
+                    remember();
+                } else if (imgwinon) {
+                    expect_as_seen();
+                }
+                continue;
+            }
+            const int before = number();
+            switch (pick(12)) {
+            case 0: click("Flop (h)"); break;
+            case 1: click("Flop (v)"); break;
+            case 2:
+                step_field("Factor in C/r:", pick(2) == 0);
+                click("Interpolate");
+                break;
+            case 3:
+                click("Edit Image");
+                press(place(), place());
+                press(place(), place());
+                press(place(), place());
+                if (number() == before) press(0, 0, MIDDLE_BUTTON);
+                break;
+            case 4:
+                scale_peaks(std::to_string(1 + pick(100)), std::to_string(0.1 * (2 + pick(8))),
+                            std::to_string(0.05 * (1 + pick(9))));
+                break;
+            case 5:
+                click("Peak Parameters");
+                press(place(), place(), RIGHT_BUTTON);
+                break;
+            case 6: write_hooks.image_hands_over(); break;
+            case 7:
+                if (pick(3) == 0) {
+                    click("Center Image");
+                    press(place(), place(), RIGHT_BUTTON);
+                }
+                break;
+            case 8:
+                if (pick(4) == 0) click("DISMISS");
+                break;
+            default:
+                press_control_box(pick(3));
+                if (imgwinon && number() != before && seen_.contains(number())) expect_as_seen();
+                continue;
+            }
+            rec->run_pending();
+            if (!imgwinon) // closed and stored: what was ahead is gone
+                seen_.erase(seen_.upper_bound(before), seen_.end());
+            made(before);
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+        if (imgwinon) click("DISMISS");
+        while (rec->visible(top()) && click("DISMISS")) {
+        }
+        click("SAVE");
     }
 }
 

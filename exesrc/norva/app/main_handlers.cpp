@@ -79,7 +79,7 @@ static void take_raw_file(wi_obj* wo) {
         select_journal_file(free_journal_name(user.rdfile));
         show_count();
     }
-    ximag_reset_axis();
+    ximag_new_file();
     def.pi_ifx = def.pi_ify = 2;
 }
 

@@ -4,6 +4,7 @@
 #include "draw/image_overlays.h"
 #include "draw/image_picture.h"
 #include "journal/journal.h"
+#include "journal/store.h"
 #include "signal/numbers.h"
 #include "state/calls.h"
 #include "state/defaults.h"
@@ -36,7 +37,7 @@ int ximag_count() {
 }
 
 std::string ximag_action() {
-    return pi_action_name(xi.image_mode);
+    return xi.image_mode == PI_WRITE ? "Write Data File After Image Edit" : pi_action_name(xi.image_mode);
 }
 
 static bool polar_up() {
@@ -182,7 +183,8 @@ void ximag() {
     xi.nclick = xi.freemv = xi.last_mode = 0;
     xi.center_mode = -1;
     xi.changed = false;
-    ximag_reset_flds();
+    whole_image_box();
+    ximag_putvals(0);
     xi.init = true;
     ximag_show_style();
     ximag_reset_mbut();
@@ -201,9 +203,14 @@ void xi_close_window() {
     xi.nclick = xi.freemv = 0;
 }
 
+static void reset_axis() {
+    xi_picture.xi_ascale = 1;
+    if (ximag_window()) put_axis_scaling_field(1);
+}
+
 void kill_ximag() {
     xi_close_window();
-    ximag_reset_axis();
+    reset_axis();
     jary.clear();
     journal_hooks.enable_fields(1);
 }
@@ -227,11 +234,18 @@ static void dismiss(wi_obj* obj) {
     }
     xi.pip.mode = PI_EXPORT;
     pi_apply(&xi.pip);
-    jrnl(28);
-    jrnl(27);
+    // The opening and the closing belong together: a journal with room for one of them takes none.
+    const bool room = journal_next_index() + 1 < JOURNAL_MAX_INDEX;
+    if (room) {
+        jrnl(28);
+        jrnl(27);
+    } else {
+        popmsg("***Error in JOURNAL...INDX dimension exceeded");
+    }
     jary.clear();
     journal_hooks.enable_fields(1);
-    if (xi.steps.data_stale) mng_jrnl(nullptr, 0);
+    // The data of the position that the journal stands at, where a centering has made others of them.
+    if (xi.steps.data_stale || (!room && !xi.steps.centred.empty())) mng_jrnl(nullptr, 0);
 }
 
 // --- Buttons
@@ -251,9 +265,9 @@ static void scale_axes(int tag) {
     if (xi.pip.imgtype != IMG_COLOR) draw_vg_img(*xi.disp, IMG_REDRAW, xi.pip.imgtype);
 }
 
-void ximag_reset_axis() {
-    xi_picture.xi_ascale = 1;
-    if (ximag_window()) put_axis_scaling_field(1);
+void ximag_new_file() {
+    xi.init = false;
+    reset_axis();
 }
 
 static bool scales_axes(int tag) {

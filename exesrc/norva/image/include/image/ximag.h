@@ -88,8 +88,8 @@ int ximag_new_ang(proimag_parms* parms);
 // The picture on paper; the file it went to, empty when to a printer or nowhere.
 std::string ximag_hc();
 
-// Axis scaling back to 1, as for a new raw file.
-void ximag_reset_axis();
+// A raw file was opened: the axis scaling is 1 again, and the next image takes the user's defaults.
+void ximag_new_file();
 
 // Greys the controls that ignore the user while the message window or the cut window is up, and back. To be
 // called when msgwinon or procwinon has changed.
