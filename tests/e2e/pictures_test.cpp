@@ -133,6 +133,9 @@ TEST_F(pictures, of_every_window) {
     press(at(0, 0), Qt::MiddleButton);
     ximag_bttn(ximag_window(), PI_EXPORT);
     turn();
+    click("Polar Format");
+    take("NORVA: polar format", "polar_format");
+    click("Cancel");
     click("User Defaults");
     take("NORVA: defaults", "user_defaults");
     while (click("DISMISS")) {
