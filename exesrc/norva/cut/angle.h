@@ -63,6 +63,17 @@ void polar(const float* x, int n, float sign, float* am, float* ph) {
     }
 }
 
+void parts(const float* x, int n, float range, float unit, float sign, float* __restrict am,
+           float* __restrict ph, float* __restrict re, float* __restrict im) {
+    for (int k = 0; k < n; k++) {
+        const float a = x[2 * k] * range * unit, b = x[2 * k + 1] * range * unit;
+        re[k] = a;
+        im[k] = b;
+        am[k] = __builtin_sqrtf(a * a + b * b);
+        ph[k] = sign * cycles_of(a, b);
+    }
+}
+
 void amplitudes(const float* x, int n, float* am) {
     for (int k = 0; k < n; k++) am[k] = __builtin_sqrtf(x[2 * k] * x[2 * k] + x[2 * k + 1] * x[2 * k + 1]);
 }
@@ -84,10 +95,10 @@ void turn_each(float* x, int n, float sign, const float* ph) {
     }
 }
 
-int largest_power(const float* x, int n) {
+int largest_power(const float* x, int n, float range) {
     int largest = 0;
     for (int k = 0; k < n; k++) {
-        const float re = x[2 * k], im = x[2 * k + 1];
+        const float re = x[2 * k] * range, im = x[2 * k + 1] * range;
         const int bits = bits_of(re * re + im * im);
         largest = bits > largest ? bits : largest;
     }
@@ -103,12 +114,12 @@ int largest_bits(const float* x, int n) {
     return largest;
 }
 
-void multiply(float* x, int n, float factor) {
-    for (int k = 0; k < n; k++) x[k] *= factor;
+void multiply(float* x, int n, float range, float unit) {
+    for (int k = 0; k < n; k++) x[k] = x[k] * range * unit;
 }
 
-constexpr angle_kernels all_kernels = {polar,         amplitudes,   cartesian, turn_each,
-                                       largest_power, largest_bits, multiply};
+constexpr angle_kernels all_kernels = {polar,     parts,         amplitudes,   cartesian,
+                                       turn_each, largest_power, largest_bits, multiply};
 
 } // namespace
 } // namespace norva

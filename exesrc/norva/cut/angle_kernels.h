@@ -9,17 +9,21 @@ namespace norva {
 struct angle_kernels {
     // am(k) = |x(k)|, ph(k) = sign atan2(im, re)/(2 pi) cycles, for n complex samples.
     void (*polar)(const float* x, int n, float sign, float* am, float* ph);
+    // The same of x(k)*range*unit, with its real and imaginary parts.
+    void (*parts)(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
+                  float* im);
     // am(k) = |x(k)|.
     void (*amplitudes)(const float* x, int n, float* am);
     // x(k) = am(k) exp(sign 2 pi i ph(k)).
     void (*cartesian)(const float* am, const float* ph, int n, float sign, float* x);
     // x(k) *= exp(sign 2 pi i ph(k)).
     void (*turn)(float* x, int n, float sign, const float* ph);
-    // The largest re*re + im*im, as bits.
-    int (*largest_power)(const float* x, int n);
+    // The largest re*re + im*im of x(k)*range, as bits.
+    int (*largest_power)(const float* x, int n, float range);
     // The largest |x(k)| of n floats, as bits, which compare like the magnitudes.
     int (*largest_bits)(const float* x, int n);
-    void (*multiply)(float* x, int n, float factor);
+    // x(k) = x(k)*range*unit for n floats.
+    void (*multiply)(float* x, int n, float range, float unit);
 };
 extern const angle_kernels angle_kernels_base, angle_kernels_avx2;
 

@@ -87,16 +87,29 @@ static const angle_kernels& kernels() {
     return k;
 }
 
-void ampscl(float* x, int n, float* scale) {
+curve_scale scale_of(const float* x, int n) {
     const angle_kernels& of = kernels();
     const std::int32_t bits = of.largest_bits(x, 2 * n);
-    *scale = std::bit_cast<float>(std::min(bits, INFINITE_BITS));
-    if (bits == 0 || bits >= INFINITE_BITS) return;
-    const float moved = *scale < SMALL ? FAR : *scale > LARGE ? 1 / FAR : 1.0F;
-    if (moved != 1) of.multiply(x, 2 * n, moved);
-    const float amplitude = std::sqrt(std::bit_cast<float>(of.largest_power(x, n)));
-    of.multiply(x, 2 * n, 1 / amplitude);
-    *scale = std::min(amplitude / moved, std::numeric_limits<float>::max());
+    curve_scale s;
+    s.amplitude = std::bit_cast<float>(std::min(bits, INFINITE_BITS));
+    if (bits == 0 || bits >= INFINITE_BITS) return s;
+    s.range = s.amplitude < SMALL ? FAR : s.amplitude > LARGE ? 1 / FAR : 1.0F;
+    const float amplitude = std::sqrt(std::bit_cast<float>(of.largest_power(x, n, s.range)));
+    s.unit = 1 / amplitude;
+    s.amplitude = std::min(amplitude / s.range, std::numeric_limits<float>::max());
+    return s;
+}
+
+void ampscl(float* x, int n, float* scale) {
+    const curve_scale s = scale_of(x, n);
+    *scale = s.amplitude;
+    if (s.amplitude > 0 && std::isfinite(s.amplitude)) kernels().multiply(x, 2 * n, s.range, s.unit);
+}
+
+void curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
+                 float* im) {
+    kernels().parts(x, n, scale.range, scale.unit, ks < 0 ? -1.0F : 1.0F, am, ph, re, im);
+    join_phases(am, AMPHS_LEVEL * std::bit_cast<float>(kernels().largest_bits(am, n)), n, ph);
 }
 
 void amplitudes(const float* x, int n, float* am) {

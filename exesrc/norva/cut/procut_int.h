@@ -192,7 +192,7 @@ void apply_weights(float* x, const float* w, int n);
 // a(k) = first + k*step, k from 0, without adding up roundings.
 void fill_axis(float* a, int n, float first, float step);
 
-// Amplitude and phase of the transform x, which is scaled in place, as they are shown.
-bool show_transform(cut_action& run, float* x, cut_display& to);
+// The transform x as it is shown.
+bool show_transform(cut_action& run, const float* x, cut_display& to);
 
 } // namespace norva

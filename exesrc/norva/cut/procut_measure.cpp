@@ -146,10 +146,12 @@ bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::ar
         for (int k = 0; k < s.nx; k++) s.b[2 * k + 1] = -s.b[2 * k + 1];
     }
     apply_weights(s.b.data(), s.w.data(), s.nx);
-    transf(s.b.data(), s.nx, s.ish, s.d.data(), kss);
-    std::fill(s.d.begin(), s.d.begin() + 2 * s.kc1, 0.0F);
-    std::fill(s.d.begin() + 2 * s.kc2, s.d.begin() + 2 * s.nx, 0.0F);
-    transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
+    if (s.kc1 > 0 || s.kc2 < s.nx) { // else nothing is cleared
+        transf(s.b.data(), s.nx, s.ish, s.d.data(), kss);
+        std::fill(s.d.begin(), s.d.begin() + 2 * s.kc1, 0.0F);
+        std::fill(s.d.begin() + 2 * s.kc2, s.d.begin() + 2 * s.nx, 0.0F);
+        transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
+    }
     apply_weights(s.b.data(), s.dw.data(), s.nx);
     return show_transform(run, s.b.data(), s.model);
 }

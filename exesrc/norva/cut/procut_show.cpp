@@ -3,7 +3,6 @@
 #include "cut/curve.h"
 #include "procut_int.h"
 #include "signal/peak.h"
-#include "signal/vector.h"
 #include "state/image_cut.h"
 
 #include <cmath>
@@ -20,48 +19,40 @@ bool scale_is_good(cut_action& run, float scale) {
     return std::isfinite(scale) || run.fail(no_number);
 }
 
-// Arrays of one domain from its scaled samples. ks is the sign of its phase.
-void fill_display(const float* x, int n, int ks, cut_display& to) {
-    amphs(x, n, ks, to.a.data(), to.p.data());
-    reima(x, n, to.r.data(), to.q.data());
+// Arrays of one domain from its samples. ks is the sign of its phase.
+bool fill_display(cut_action& run, const float* x, int n, const curve_scale& scale, int ks, cut_display& to) {
+    if (!scale_is_good(run, scale.amplitude)) return false;
+    to.scale = scale.amplitude;
+    curve_parts(x, n, scale, ks, to.a.data(), to.p.data(), to.r.data(), to.q.data());
     const float whole = std::round(to.p[kpeak(to.a.data(), n) - 1]);
     if (whole != 0) {
         for (int k = 0; k < n; k++) to.p[k] -= whole;
     }
+    return true;
 }
 
 } // namespace
 
-bool show_transform(cut_action& run, float* x, cut_display& to) {
-    const cut_state& s = cut();
-    // The first and the last sample, where a weighting may have been taken out that is next to nothing, are
-    // left out of the scale.
-    std::array<float, 4> ends = {x[0], x[1], x[2 * s.nx - 2], x[2 * s.nx - 1]};
-    ampscl(x + 2, s.nx - 2, &to.scale);
-    if (!scale_is_good(run, to.scale)) return false;
-    for (float& v : ends) v /= to.scale;
-    x[0] = ends[0], x[1] = ends[1], x[2 * s.nx - 2] = ends[2], x[2 * s.nx - 1] = ends[3];
-    fill_display(x, s.nx, -kss, to);
-    return true;
+// The first and the last sample, where a weighting may have been taken out that is next to nothing, are left
+// out of the scale.
+bool show_transform(cut_action& run, const float* x, cut_display& to) {
+    const int n = cut().nx;
+    return fill_display(run, x, n, scale_of(x + 2, n - 2), -kss, to);
 }
 
 bool show_cut(cut_action& run) {
     cut_state& s = cut();
     if (s.shown) return true;
-    std::copy_n(s.c.begin(), 2 * s.nc, s.b.begin());
-    ampscl(s.b.data(), s.nc, &s.cut.scale);
-    if (!scale_is_good(run, s.cut.scale)) return false;
-    fill_display(s.b.data(), s.nc, kss, s.cut);
-
+    if (!fill_display(run, s.c.data(), s.nc, scale_of(s.c.data(), s.nc), kss, s.cut)) return false;
+    const float* x = s.x.data();
     if (s.kdd > 0) {
         for (int k = 0; k < s.nx; k++) {
             s.b[2 * k] = s.x[2 * k] * s.dw[k];
             s.b[2 * k + 1] = s.x[2 * k + 1] * s.dw[k];
         }
-    } else {
-        std::copy_n(s.x.begin(), 2 * s.nx, s.b.begin());
+        x = s.b.data();
     }
-    if (!show_transform(run, s.b.data(), s.transform)) return false;
+    if (!show_transform(run, x, s.transform)) return false;
 
     s.kc1 = 0;
     while (s.kc1 < s.nc && !(s.cut.a[s.kc1] > 0)) s.kc1++;

@@ -94,18 +94,22 @@ void fft2d(float* a, int nx, int ny, int isx, int isy) {
     if (isy != 0) transform_columns(a, nx, ny, 0, nx, isy);
 }
 
+// c = a rotated by k complex samples to the front, 0 <= k <= n.
+static void copy_rotated(const float* a, int n, int k, float* c) {
+    std::memcpy(c, a + 2 * k, 2 * sizeof(float) * static_cast<std::size_t>(n - k));
+    std::memcpy(c + 2 * (n - k), a, 2 * sizeof(float) * static_cast<std::size_t>(k));
+}
+
 void transf(const float* a, int n, int idc, float* c, int kss) {
     if (n < 1) return;
-    std::memcpy(c, a, 2 * sizeof(float) * static_cast<std::size_t>(n));
-    shaft(c, 2 * n, -2 * (n / 2));
+    copy_rotated(a, n, n / 2, c);
     fft2(c, c + 1, n, 2 * (kss == 0 ? -1 : kss));
-    shaft(c, 2 * n, 2 * idc);
+    shaft(c, 2 * n, 2 * (idc % n));
 }
 
 void transi(float* a, int n, int idc, const float* c, int kss) {
     if (n < 1) return;
-    std::memcpy(a, c, 2 * sizeof(float) * static_cast<std::size_t>(n));
-    shaft(a, 2 * n, -2 * idc);
+    copy_rotated(c, n, (idc % n + n) % n, a);
     fft2(a, a + 1, n, 2 * (kss == 0 ? +1 : -kss));
     const float scale = 1.0F / static_cast<float>(n);
     for (int k = 0; k < 2 * n; k++) a[k] *= scale;

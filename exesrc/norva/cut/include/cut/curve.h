@@ -10,6 +10,18 @@ constexpr float AMPHS_LEVEL = 0.01F;
 // they are: all are zero. A value that is no number, or an infinite one, gives a scale of infinity.
 void ampscl(float* x, int n, float* scale);
 
+// What brings the largest amplitude of a curve to 1: first `range`, a power of two that is not 1 where
+// squares would leave the range of a float, then `unit`.
+struct curve_scale {
+    float amplitude = 0; // 0: all samples are zero. Infinite: one is no number, or infinite
+    float range = 1, unit = 1;
+};
+curve_scale scale_of(const float* x, int n);
+
+// A curve as it is shown: scaled, amplitude and phase as amphs gives them, real and imaginary part.
+void curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
+                 float* im);
+
 // The amplitudes of n complex samples. Their squares must stay in the range of a float, as those that ampscl
 // has scaled do.
 void amplitudes(const float* x, int n, float* am);
