@@ -92,6 +92,29 @@ TEST_F(opening, data_without_a_picture) {
     }
 }
 
+TEST_F(opening, absurd_defaults) {
+    load(make_scene({{10, 5, 1}}));
+    const std::pair<float defaults::*, float> cases[] = {
+        {&defaults::pi_diam, 1e9f}, {&defaults::pi_diam, -4},   {&defaults::pi_npmx, 1e9f},
+        {&defaults::pi_npmx, -3},   {&defaults::pi_kscl, 9},    {&defaults::pi_apmn, 7},
+        {&defaults::pi_apmn, -5},   {&defaults::pi_ifx, 1e30f}, {&defaults::pi_ify, -1e30f},
+        {&defaults::pi_wct, 1e30f}};
+    for (const auto& [field, value] : cases) {
+        norva_init_defaults(def);
+        def.*field = value;
+        xi.init = false;
+        ASSERT_TRUE(click("Image"));
+        for (int style : {1, 2, 0}) style_cb(nullptr, style);
+        if (imgwinon) {
+            ASSERT_TRUE(click("Flop (h)"));
+            ASSERT_TRUE(click("DISMISS"));
+        }
+        EXPECT_FALSE(jary);
+    }
+    // Too many peaks, and a scaling that there is not, are told; the rest is held to what can be drawn.
+    for (const std::string& text : messages) EXPECT_EQ(text.substr(0, 11), "***Error 10") << text;
+}
+
 TEST_F(opening, window_of_any_size) {
     open_three();
     const std::size_t as_opened = digest();

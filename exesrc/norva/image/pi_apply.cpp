@@ -21,6 +21,8 @@ namespace norva {
 
 constexpr float MOST_DELAY = 1e9f; // microseconds; beyond, a product with a frequency has no phase left
 
+constexpr float MOST_DIAMETER = 20; // of a dot, inches: fills any picture, and is still drawn in no time
+
 static bool goes_through_steps(int action) {
     return action == PI_GO || action == PI_STEP;
 }
@@ -150,7 +152,7 @@ static void show_result(proimag_parms& pip, pi_result& r, int control) {
     xi.named_mode = r.mode;
     take_grid(pip, r);
     take_peak_settings(pip, r.step);
-    for (float& d : r.dp) d = std::min(d, pip.diam);
+    for (float& d : r.dp) d = d > 0 ? std::min({d, pip.diam, MOST_DIAMETER}) : 0;
     take_picture_scaling();
     draw_vg_img(*xi.disp, control, pip.imgtype, r.x1, r.y1, image_x2(), image_y2(), r.dp.data(), r.xp.data(),
                 r.yp.data(), r.npk, r.a.data(), r.nx, r.ny);

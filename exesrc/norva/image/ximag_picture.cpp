@@ -129,6 +129,7 @@ void xi_drop_picture() {
     vg_del_object(xi.mdesc);
     vg_del_frame(xi.cbox);
     drop_vg_img();
+    if (xi.disp) vg_clear(*xi.disp); // nothing of it is seen when the window comes up again
 }
 
 // --- Paper
