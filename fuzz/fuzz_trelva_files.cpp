@@ -1,4 +1,5 @@
-// Any bytes as a data file that a formula reads: every function of files, with items of every kind.
+// Any bytes as a data file that a formula reads: the functions for files of its type, with items of every
+// kind.
 #include "memory_file.h"
 #include "trelva/eval.h"
 
@@ -9,7 +10,14 @@
 
 namespace {
 
-const char* const functions[] = {"IQFILE", "GATFILE", "IMGFILE", "REAFILE", "PKSFILE", "SPLFILE"};
+struct reader {
+    unsigned char filetype;
+    const char* function;
+};
+constexpr reader readers[] = {
+    {101, "IQFILE"},  {102, "PKSFILE"}, {103, "REAFILE"}, {105, "IQFILE"},  {106, "SPLFILE"},
+    {109, "GATFILE"}, {109, "IQFILE"},  {109, "REAFILE"}, {110, "IMGFILE"},
+};
 
 const char* const items[] = {
     "TIME",
@@ -54,9 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         const norva::sp_value val = norva::sp_eval_formula(context, call);
         if (val.npts() < 1000) norva::sp_show(val);
     };
-    for (const char* function : functions)
+    for (const reader& r : readers) {
+        if (size < 3 || bytes[2] != r.filetype) continue;
         for (const char* item : items)
-            evaluate(std::string(function) + "(" + quoted + "," + item + ",\"MAX=50\",\"POINTS=3\")");
+            evaluate(std::string(r.function) + "(" + quoted + "," + item + ",\"MAX=50\",\"POINTS=3\")");
+    }
     for (const char* rest : {"0", "SEQ(1e400,11,-5),1", "1e400-1e400,2"})
         evaluate("ESPL(" + quoted + "," + rest + ")");
     evaluate("SPLBRKS(" + quoted + ")");
