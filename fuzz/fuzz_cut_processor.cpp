@@ -57,10 +57,16 @@ void send(const std::vector<std::int32_t>& in) {
 }
 
 void initial(source& s, bool raw) {
-    static constexpr int counts[] = {1, 2, 3, 50, 64, 128, 200, 8192, 2048};
+    static constexpr int counts[] = {1, 2, 3, 50, 64, 100, 128};
     const int pick = s.byte();
-    const int n = pick > 250 ? s.word() : counts[pick % std::size(counts)];
-    const auto dc = std::bit_cast<std::int32_t>(1.0F / static_cast<float>(1 << (s.byte() % 8)));
+    // Long ones are slow, and no different.
+    const int n = pick > 250   ? s.word()
+                  : pick > 248 ? 8192
+                  : pick > 246 ? 2048
+                               : counts[pick % std::size(counts)];
+    const int fineness = s.byte();
+    const auto dc = std::bit_cast<std::int32_t>(
+        1.0F / static_cast<float>(1 << (fineness > 240 ? fineness % 8 : fineness % 3)));
     std::vector<std::int32_t> in = {raw ? PC_INIT_1D : PC_INIT,    s.small(), s.small() - 4, n, s.real(),
                                     s.byte() > 240 ? s.real() : dc};
     const int held = std::clamp(n, 0, 8192);

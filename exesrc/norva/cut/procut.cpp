@@ -243,7 +243,7 @@ bool init_cut(cut_action& run) {
 bool dispatch(cut_action& run) {
     if (run.words.empty()) return run.fail("***Error 99...Invalid mode");
     const int action = run.words[0];
-    const bool ready = !cutj.ir.empty() && cutj.ir[0] >= 0 && cut().end > 0;
+    const bool ready = cut().end > 0 && std::ssize(cutj.ir) >= cut().end && cutj.ir[0] >= 0;
     if (!ready && !is_initial(action) && action != PC_REENTRY)
         return run.fail("***Initialization must be done first");
     switch (action) {
