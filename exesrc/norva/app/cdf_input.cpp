@@ -15,7 +15,7 @@ static bool complain(const std::string& fault) {
     return fault.empty();
 }
 
-bool rd_cdf_header(header_numbers& numbers) {
+bool rd_cdf(header_numbers& numbers) {
     cdf_header header;
     if (!complain(read_cdf_header(user.rdfile, header))) return false;
     numbers = {.nrec = header.nscan,
@@ -27,7 +27,7 @@ bool rd_cdf_header(header_numbers& numbers) {
     return true;
 }
 
-bool rd_cdf_data(const data_window& w) {
+bool rd_cdf(const data_window& w) {
     return complain(read_cdf_data(user.rdfile, poles,
                                   {.nscan0 = w.nt0, .nscan = w.nt, .nfreq0 = w.nf0, .nfreq = w.nf},
                                   user.pfdata.span(), [](int done, int all) { rpt_progress(done, all); }));

@@ -58,7 +58,7 @@ static int read_gate_rows(_gatfile* gate, std::span<float> to) {
 static void read_rows(_gatfile* gate) {
     const computation running;
     if (data_type == raw_kind::cdf) {
-        if (!rd_cdf_data(fresh)) user.pfdata.clear();
+        if (!rd_cdf(fresh)) user.pfdata.clear();
         return;
     }
     const int status = read_gate_rows(gate, user.pfdata.span());

@@ -251,7 +251,7 @@ static std::string gate_header(_gatfile* file) {
 static std::string pattern_header() {
     const std::string head = title("CDF file ") + text_lines(cdf_texts, cdf_signal_text);
     header_numbers numbers;
-    if (!rd_cdf_header(numbers) || !acceptable(numbers, numbers.nrec, numbers.nf)) {
+    if (!rd_cdf(numbers) || !acceptable(numbers, numbers.nrec, numbers.nf)) {
         user.rdfile.clear();
         return {};
     }

@@ -15,12 +15,14 @@ struct wi_obj;
 extern const raw_texts cdf_texts;
 extern const char* const cdf_signal_text;
 
-extern std::string
-    poles; // the polarization that is read: one of "HH", "HV", "VH", "VV", "LL", "RL", "LR", "RR"
+// The polarization that is read: one of "HH", "HV", "VH", "VV", "LL", "RL", "LR", "RR".
+extern std::string poles;
 
-// Both read user.rdfile and return false after a message that names what is missing or wrong.
-bool rd_cdf_header(header_numbers& numbers);
-bool rd_cdf_data(const data_window& window); // fills user.pfdata, which has the room
+// The reader: first the header, later the data of the polarization `poles` into user.pfdata, which has the
+// room for the window. Both read user.rdfile and return false after a message that names what is missing or
+// wrong.
+bool rd_cdf(header_numbers& numbers);
+bool rd_cdf(const data_window& window);
 
 void polwin_init();                     // builds the window, hidden; poles is "HH"
 void choose_pol_init();                 // shows it
