@@ -129,22 +129,23 @@ void turn(float* x, int n, int sign, const float* ph) {
     kernels().turn(x, n, sign < 0 ? -1.0F : 1.0F, ph);
 }
 
-// A run of samples shares one exponential in double precision; the steps within it come from a table.
+// A run of samples shares one exponential; the steps within it come from a table. Both are exact to single
+// precision, and so is their product but for its last bits.
 void turn_line(float* x, int n, double step, double start) {
     constexpr int RUN = 32;
-    std::array<double, RUN> cosine, sine;
+    std::array<float, RUN> cosine, sine;
     auto phase = [&](double cycles) { return 2 * std::numbers::pi * (cycles - std::floor(cycles)); };
     for (int j = 0; j < RUN; j++) {
-        cosine[j] = std::cos(phase(j * step));
-        sine[j] = std::sin(phase(j * step));
+        cosine[j] = static_cast<float>(std::cos(phase(j * step)));
+        sine[j] = static_cast<float>(std::sin(phase(j * step)));
     }
     for (int k0 = 0; k0 < n; k0 += RUN) {
-        const double arg = phase(k0 * step + start), c0 = std::cos(arg), s0 = std::sin(arg);
+        const double arg = phase(k0 * step + start);
+        const auto c0 = static_cast<float>(std::cos(arg)), s0 = static_cast<float>(std::sin(arg));
         float* run = x + 2 * k0;
         const int length = std::min(RUN, n - k0);
         for (int j = 0; j < length; j++) {
-            const auto c = static_cast<float>(c0 * cosine[j] - s0 * sine[j]);
-            const auto s = static_cast<float>(c0 * sine[j] + s0 * cosine[j]);
+            const float c = c0 * cosine[j] - s0 * sine[j], s = c0 * sine[j] + s0 * cosine[j];
             const float re = run[2 * j], im = run[2 * j + 1];
             run[2 * j] = re * c - im * s;
             run[2 * j + 1] = re * s + im * c;
