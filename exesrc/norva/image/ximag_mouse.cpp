@@ -239,7 +239,8 @@ static void press_for_cut(int ibut, double x, double y) {
         if (!pi_apply(&pip)) ximag_reset_mbut();
     } else if (xi.nclick == 1) {
         xi.nclick = 2;
-        xi_show_cut(x, y);
+        xi_show_cut(x, y); // gives length and angle
+        xi_show_cut(x, y); // shows the cut they make, on both sides of the pivot
         ximag_putvals(1);
     } else {
         begin_cut(x, y);
