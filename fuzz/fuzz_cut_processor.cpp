@@ -83,7 +83,7 @@ void initial(source& s, bool raw) {
 void come_back(source& s) {
     send({PC_EXIT});
     cutj.jf = 1;
-    cutj.ir.resize(std::max(cutj.np, 1));
+    cutj.ir.resize(static_cast<std::size_t>(std::clamp(cutj.np, 1, CUT_JOURNAL_WORDS)));
     for (int damage = s.byte() % 5; damage > 0; damage--) {
         const std::size_t n = cutj.ir.size(), from_end = static_cast<std::size_t>(s.byte());
         cutj.ir[s.byte() % 2 ? std::min(from_end % 16, n - 1) : n - 1 - std::min(from_end, n - 1)] =

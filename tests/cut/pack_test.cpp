@@ -140,8 +140,8 @@ TEST_F(cut_block, refuses_what_the_processor_need_not_see) {
     for (const row& r : rows) {
         cross(std::vector<float>(r.crosshairs, 0.5F));
         EXPECT_EQ(apply(r.action).message, r.text);
-        EXPECT_EQ(pc.mode, PC_RESTORE); // the last action
-        EXPECT_EQ(x.cnt, 0);
+        EXPECT_EQ(pc.mode, r.action);
+        EXPECT_EQ(x.cnt, r.crosshairs); // one may only be missing
     }
     const std::vector<float> ph(3), many(401);
     pc_spline spline{.phase_curve = false, .ph = ph, .breaks = {}};
@@ -149,10 +149,11 @@ TEST_F(cut_block, refuses_what_the_processor_need_not_see) {
     EXPECT_EQ(apply(PC_SPLINE).message, "You must use a different TRELVA style!");
     spline = {.ph = ph, .breaks = many};
     EXPECT_EQ(apply(PC_SPLINE).message, "Too many break points -- must be <=400");
-    // A failure of the processor ends in the same way.
+    // A failure of the processor leads back to the last action.
     cross({0.5F, 0.5F});
     EXPECT_EQ(apply(PC_EDIT).message, "***Error 102b...Crosshairs not in sequence");
     EXPECT_EQ(pc.mode, PC_RESTORE);
+    EXPECT_EQ(x.cnt, 0);
 
     pc.data = data.data();
     pc.n = 0;
@@ -173,6 +174,9 @@ TEST_F(cut_block, one_dimensional_data_enter_by_an_action_of_their_own) {
     EXPECT_EQ(pc.u0, -20);
     EXPECT_EQ(pc.xu0, 9000);
     EXPECT_FLOAT_EQ(pc.xdu, 2 * 255);
+    EXPECT_LT(pc.lims.g1y0, pc.lims.g1y1);
+    EXPECT_EQ(pc.lims.g3y0, -0.5F); // real samples: no phase
+    EXPECT_EQ(pc.lims.g3y1, 0.5F);
     pc.lw = 1;
     EXPECT_EQ(apply(PC_WEIGHT).message, "Circular weighting not available for 1-D data!");
     // The block's weighting follows the processor; the refused one does not stay after the next action.

@@ -270,7 +270,7 @@ TEST_F(cut_steps, each_message_is_reached) {
         {record(PC_PERPENDICULAR, 15.75, 1), "***Error 114...Invalid crosshair position"},
         {record(PC_SHIFT, 15.75, 9000.0, 500.0, 1), "***Error 121b...Invalid crosshair position"},
         {record(PC_SHIFT, 1.0, 9000.0, 0.0, 0), "***Error 121c...Delays are not finite"},
-        {record(PC_MOCOMP, 0.0, 0.0), "***Error 122e...Delays are not finite"},
+        {record(PC_MOCOMP, 9000.0, 500.0), "Must subtract phase slope or phase spline first!"},
         {record(PC_BACKUP), "***Error 99...Incomplete record"},
         {record(PC_SPLINE, 1, 0, 10, 0.0), "***Error 99...Incomplete record"},
         {record(12), "***Action not activated"},
@@ -315,6 +315,9 @@ TEST_F(cut_steps, each_message_is_reached) {
         act(PC_SPLINE, m.id, 0, 10, m.x1, m.step, ph);
         EXPECT_EQ(message(PC_SUB_SPLINE), m.text);
     }
+    open(initial);
+    act(PC_SUB_SLOPE, 1, -0.2, 0.2, 0.1, 0.2);
+    EXPECT_EQ(message(PC_MOCOMP, 0.0, 0.0), "***Error 122e...Delays are not finite");
     open(initial);
     act(PC_SPLINE, 1, 0, 10, 0.0, dx, ph);
     act(PC_SUB_SPLINE);

@@ -1,6 +1,7 @@
 // One action from the window's block to the block brought up to date, and the correction of the main data.
 #include "cut/pc_apply.h"
 
+#include "cut/scatterer.h"
 #include "mocomp/mocomp.h"
 #include "signal/numbers.h"
 #include "state/calls.h"
@@ -59,6 +60,10 @@ void follow_signal(procut_parms& pc, const pc_result& common) {
     pc.xn = static_cast<int>(xu.size());
     if (!u.empty()) pc.u0 = u.front(), pc.du = u.back() - u.front();
     if (!xu.empty()) pc.xu0 = xu.front(), pc.xdu = xu.back() - xu.front();
+    if (pc.lims.auto_phs) {
+        phslim(common.cut.a.data(), common.cut.p.data(), pc.n, &pc.lims.g1y0, &pc.lims.g1y1);
+        phslim(common.transform.a.data(), common.transform.p.data(), pc.xn, &pc.lims.g3y0, &pc.lims.g3y1);
+    }
     std::array<std::int32_t, 4> par{};
     procutpar(par);
     pc.dwt = par[0];
@@ -94,11 +99,14 @@ pc_outcome pc_perform(procut_parms& pc, pc_session& session, const pc_surroundin
     if (asked == PC_ABORT) {
         play_back(session, o);
     } else {
+        pc.fc = cfreq(around.f0, around.df, around.nf);
+        pc.bw = around.bw;
         const pc_packed packed = pc_pack(pc, session, around);
-        if (packed.record.empty())
+        if (packed.record.empty()) { // what is set may be completed
             o.message = packed.refusal;
-        else if (!send(packed.record, o.result))
-            o.message = o.result.message;
+            return o;
+        }
+        if (!send(packed.record, o.result)) o.message = o.result.message;
     }
     if (!o.message.empty()) {
         pc.mode = session.last_mode;

@@ -133,6 +133,9 @@ bool act_mocomp(cut_action& run) {
         return run.fail("***Error 122c...M/C spline must be in transform domain");
     if (s.kmc == subtracted::spline && s.kc != 2)
         return run.fail("***Error 122d...M/C spline only for crossrange cut");
+    // The subtraction may have been backed up over.
+    if (s.kmc == subtracted::none && s.slope == 0)
+        return run.fail("Must subtract phase slope or phase spline first!");
     if (!run.accept(3)) return false;
     const float fc = run.real(1);
     return put_delays(run, PC_MOCOMP,

@@ -101,8 +101,10 @@ struct pc_outcome {
     pc_result display; // COMMON where a back-up ended at a measurement: the signal that it belongs to
 };
 
-// All of one action but the drawing: checks, packing, the processor, and the block brought up to date. Mode
-// 28 replays the stored cut to its end. After a refusal or failure pc.mode is that of the last action.
+// All of one action but the drawing: checks, packing, the processor, and the block brought up to date, with
+// the limits of the phase graphs where they follow the data. Mode 28 replays the stored cut to its end. A
+// refusal leaves block and crosshairs as they are, so that what is missing can be set; after a failure
+// pc.mode is that of the last action, and the crosshairs are gone.
 pc_outcome pc_perform(procut_parms& pc, pc_session& session, const pc_surroundings& around);
 
 // Corrects the main data by the delays of a result and keeps them as a record of user.mc. False after a
