@@ -162,6 +162,22 @@ TEST(image_steps, any_way_to_a_step_gives_the_bits_of_the_straight_run) {
     result_words().resize(PI_RESULT_WORDS);
 }
 
+// What a step leaves behind for later ones besides the image.
+TEST(image_steps, a_threshold_by_the_noise_and_the_memory_of_an_edit_belong_to_their_step) {
+    const record wide_cut = record(PI_CUT).f(20).f(0.5).f(5).f(0).f(0);
+    const history h{4,
+                    {record(PI_PEAK_SCALING).i(50).i(1).f(-2).f(1), record(PI_INTERPOLATE).i(4).i(4),
+                     record(PI_EDIT).f(-5).f(5).f(-5).f(5), wide_cut},
+                    4};
+    const std::uint64_t all = straight(h);
+    act(record(PI_GO).i(0));
+    act(record(PI_GO).i(4));
+    EXPECT_EQ(digest(), all);
+    act(record(PI_GO).i(1));
+    EXPECT_EQ(act(record(PI_STATUS)).npmx, 50);
+    EXPECT_EQ(act(wide_cut).kwr, 0);
+}
+
 void set_cut_journal(std::vector<std::int32_t> ir, int jf) {
     cutj.ir = std::move(ir);
     cutj.np = static_cast<int>(cutj.ir.size());
