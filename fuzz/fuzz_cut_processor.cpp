@@ -67,7 +67,7 @@ void initial(source& s, bool raw) {
     const int fineness = s.byte();
     const auto dc = std::bit_cast<std::int32_t>(
         1.0F / static_cast<float>(1 << (fineness > 240 ? fineness % 8 : fineness % 3)));
-    std::vector<std::int32_t> in = {raw ? PC_INIT_1D : PC_INIT,    s.small(), s.small() - 4, n, s.real(),
+    std::vector<std::int32_t> in = {raw ? PC_INIT_1D : PC_INIT,    s.small(), s.byte() % 10 - 4, n, s.real(),
                                     s.byte() > 240 ? s.real() : dc};
     const int held = std::clamp(n, 0, 8192);
     for (int k = 0; k < 2 * held; k++)
@@ -108,7 +108,7 @@ void any_action(source& s) {
     case PC_SLOPE:
     case PC_BACKUP:
     case PC_DEWEIGHT: in.push_back(s.small()); break;
-    case PC_SPLINE: in.insert(in.end(), {s.small() - 1, s.small(), s.small()}); break;
+    case PC_SPLINE: in.insert(in.end(), {s.byte() % 4 - 1, s.small(), s.small()}); break;
     default: break;
     }
     for (int n = s.byte() % 12; n > 0; n--) in.push_back(s.real());
