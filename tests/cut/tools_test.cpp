@@ -1,7 +1,9 @@
 // Curves as amplitude and phase, phase jumps, axis limits, and two scatterers in closed form.
+#include "angle_kernels.h"
 #include "cut/curve.h"
 #include "cut/scatterer.h"
 #include "driver.h"
+#include "signal/processor.h"
 #include "support/reference.h"
 
 #include <algorithm>
@@ -104,6 +106,23 @@ TEST(curve, turns_by_a_line_and_by_samples_agree_with_the_exponential) {
         EXPECT_NEAR(each[2 * k], want.real(), 2e-6) << k;
         EXPECT_NEAR(each[2 * k + 1], want.imag(), 2e-6) << k;
     }
+}
+
+TEST(curve, every_processor_gives_the_same_bits) {
+    if (!has_avx2()) GTEST_SKIP();
+    const int n = 1003;
+    const std::vector<float> x = noise(2 * n, 8);
+    std::vector<std::vector<float>> results;
+    for (const angle_kernels* of : {&angle_kernels_base, &angle_kernels_avx2}) {
+        std::vector<float> r(8 * n), turned = x;
+        float* at = r.data();
+        of->parts(x.data(), n, 1, 0.7F, -1, at, at + n, at + 2 * n, at + 3 * n);
+        of->cartesian(at, at + n, n, -1, at + 4 * n);
+        of->turn(turned.data(), n, 1, at + n);
+        std::copy(turned.begin(), turned.end(), at + 6 * n);
+        results.push_back(r);
+    }
+    EXPECT_EQ(results[0], results[1]);
 }
 
 TEST(curve, differences) {
