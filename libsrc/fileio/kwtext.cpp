@@ -102,7 +102,7 @@ std::string zuvstatus_text(int status) {
     case ZUV_BAD_HEADSIZE: return "the header has the wrong size for its type";
     case ZUV_BAD_TYPE: return "it is of another type, or its element size does not agree with its header";
     case ZUV_BAD_ARGUMENT: return "a value that cannot be";
-    case ZUV_NO_CONVERSION: return "it comes from an unknown machine";
+    case ZUV_NO_CONVERSION: return "it is no data file, or from an unknown machine";
     case ZUV_READ_ONLY: return "it cannot be written";
     case ZUV_BAD_HEADER: return "the pulse rate or the wavelength is not above 0";
     default: return "status " + std::to_string(status);

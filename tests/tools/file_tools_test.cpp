@@ -123,7 +123,7 @@ TEST_F(file_tools, info_of_files_at_fault) {
         {"", "it is no data file, or shorter than its head tells", ""},
         {"short", "it is no data file, or shorter than its head tells", ""},
         {sound.substr(0, sound.size() - 1), "it is no data file, or shorter than its head tells", ""},
-        {changed(0, 9), "it comes from an unknown machine", ""},
+        {changed(0, 9), "it is no data file, or from an unknown machine", ""},
         {changed(1, 2), "it is no data file (the version is not 1)", ""},
         {changed(2, 99), "it is of another type, or its element size does not agree with its header",
          "  type       99 (unknown)"},
