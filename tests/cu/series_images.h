@@ -6,7 +6,6 @@
 #include "images.h"
 
 #include <string>
-#include <vector>
 
 namespace norva::test {
 

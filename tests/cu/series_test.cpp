@@ -6,17 +6,13 @@
 #include "cu/rea.h"
 #include "cu/track.h"
 #include "fileio/gat.h"
-#include "memory_file.h"
 #include "series_images.h"
 #include "support/temp_dir.h"
-#include "walk_series.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
-#include <cstring>
-#include <random>
 
 namespace norva::test {
 namespace {
@@ -117,27 +113,16 @@ TEST(series, doppler_files_of_all_machines_and_versions) {
 
 TEST(series, what_does_not_fit_is_refused_with_its_status) {
     temp_dir dir;
-    auto edited = [](series_image image, auto edit) {
-        edit(image);
-        return image;
-    };
+    series_image narrow = dop_image(4, 2);
+    narrow.elemsize = 32;
     const double nan = std::nan("");
     const struct {
         series_image image;
         int status;
     } cases[] = {
-        {iq_image(4, 0), ZUV_BAD_HEADER},
-        {iq_image(4, 4, 0), ZUV_BAD_HEADER},
-        {iq_image(4, nan), ZUV_BAD_HEADER},
-        {rea_image(4, -1), ZUV_BAD_HEADER},
-        {rea_image(4, 4, 0), ZUV_BAD_HEADER},
-        {iq_image(4, 4, 1, 2), ZUV_BAD_VERSION},
-        {dop_image(4, 3), ZUV_BAD_VERSION},
-        {edited(iq_image(4), [](series_image& i) { i.elemsize = 12; }), ZUV_BAD_TYPE},
-        {edited(rea_image(4), [](series_image& i) { i.elemsize = 40; }), ZUV_BAD_TYPE},
-        {edited(dop_image(4, 2), [](series_image& i) { i.elemsize = 32; }), ZUV_BAD_TYPE},
-        {edited(rea_image(4), [](series_image& i) { i.header.pop_back(); }), ZUV_BAD_HEADSIZE},
-        {edited(rea_image(4), [](series_image& i) { i.nelements = 8; }), ZUV_TOO_SHORT},
+        {iq_image(4, 0), ZUV_BAD_HEADER},     {iq_image(4, 4, 0), ZUV_BAD_HEADER},
+        {iq_image(4, nan), ZUV_BAD_HEADER},   {rea_image(4, -1), ZUV_BAD_HEADER},
+        {rea_image(4, 4, 0), ZUV_BAD_HEADER}, {narrow, ZUV_BAD_TYPE},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
@@ -326,24 +311,6 @@ TEST(track, ranges_of_a_gate_file) {
             EXPECT_EQ(rea_get_time(track.get())[n], gate.t0 + row / gate.prf);
             EXPECT_EQ(rea_get_range(track.get())[n], gate_image::range(row));
             EXPECT_EQ(rea_get_elevation(track.get())[n], 0);
-        }
-    }
-}
-
-TEST(series, damaged_files_do_no_harm) {
-    memory_file file;
-    std::mt19937 random(7);
-    const std::string wholes[] = {iq_image(MACHINE_THIS).bytes(), rea_image(MACHINE_SUN).bytes(),
-                                  dop_image(MACHINE_THIS, 2).bytes(), dop_image(MACHINE_VAX, 1).bytes(),
-                                  gate_image{.incrng = 1}.bytes()};
-    for (const std::string& whole : wholes) {
-        for (int i = 0; i < 500; i++) {
-            std::string bytes = whole;
-            for (unsigned flips = 1 + random() % 3; flips > 0; flips--)
-                bytes[random() % bytes.size()] ^= static_cast<char>(1 << random() % 8);
-            if (i % 5 == 0) bytes.resize(random() % bytes.size());
-            file.hold(bytes);
-            walk_series(file.name());
         }
     }
 }

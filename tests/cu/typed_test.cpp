@@ -6,39 +6,22 @@
 #include "cu/pks.h"
 #include "cu/rea.h"
 #include "cu/spl.h"
-#include "cu/track.h"
 #include "cu/vec.h"
 #include "fileio/gat.h"
+#include "memory_file.h"
 #include "series_images.h"
 #include "support/temp_dir.h"
+#include "walk_series.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <csignal>
-#include <cstring>
-#include <filesystem>
+#include <random>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace norva::test {
 namespace {
-
-series_image as_series(const spl_image& image) {
-    series_image series{image.machine, image.filetype, {}, image.elemsize, {}};
-    const std::string bytes = image.bytes();
-    series.header = bytes.substr(20 + series_image::reserved, 192);
-    for (std::size_t n = 0; n < image.elements.size(); n++)
-        series.elements.push_back(bytes.substr(20 + series_image::reserved + 192 + 256 * n, 256));
-    return series;
-}
-
-series_image as_series(const gate_image& image) {
-    series_image series{image.machine, 109, image.header(), static_cast<int>(image.element(0).size()), {}};
-    for (int row = 0; row < image.rows; row++) series.elements.push_back(image.element(row));
-    return series;
-}
 
 // A type: a file of it, how it is opened, and where its header keeps its version and its count of items.
 struct kind {
@@ -58,9 +41,9 @@ const kind kinds[] = {
      getreaerror, 0, 0},
     {"dop", [](int m) { return dop_image(m, 2); },
      [](auto& n, auto* m) -> zuvfile_ptr { return opendop(n, m, 5); }, getdoperror, 104, 108},
-    {"spl", [](int m) { return as_series(spl_image{.machine = m}); },
+    {"spl", [](int m) { return spl_image{.machine = m}.image(); },
      [](auto& n, auto* m) -> zuvfile_ptr { return openspl(n, m, 2); }, getsplerror, 104, 108},
-    {"gat", [](int m) { return as_series(gate_image{.machine = m, .incrng = 1}); },
+    {"gat", [](int m) { return gate_image{.machine = m, .incrng = 1, .reserved = 128}.image(); },
      [](auto& n, auto* m) -> zuvfile_ptr { return opengat(n, m, 3); }, getgaterror},
     {"img", [](int m) { return row_image(m, 110); },
      [](auto& n, auto* m) -> zuvfile_ptr { return openimg(n, m, 3); }, getimgerror},
@@ -131,7 +114,7 @@ TEST(typed, damaged_and_impossible_files) {
         for (int machine : {MACHINE_THIS, MACHINE_SUN}) {
             const series_image image = k.image(machine);
             const std::string whole = image.bytes();
-            const std::size_t header = 20 + series_image::reserved;
+            const std::size_t header = 20 + static_cast<std::size_t>(image.reserved);
             auto whole_number = [&](std::int32_t x) { return integer_bytes(machine, x); };
             const auto elements = static_cast<std::int32_t>(image.elements.size());
             struct bad_file {
@@ -171,27 +154,40 @@ TEST(typed, damaged_and_impossible_files) {
                 EXPECT_EQ(read_all(dir.file("f")), b.bytes);
             }
         }
+        EXPECT_FALSE(k.open(dir.file("f"), "what"));
+        EXPECT_EQ(k.error(), ZUV_BAD_ARGUMENT);
+        EXPECT_FALSE(k.open(dir.path().string(), "New"));
+        EXPECT_EQ(k.error(), ZUV_NO_OPEN);
+        EXPECT_FALSE(k.open(dir.file("none"), "Old"));
+        EXPECT_EQ(k.error(), ZUV_NO_OPEN);
     }
 }
 
-TEST(typed, names_that_are_no_files) {
-    temp_dir dir;
-    write_all(dir.file("locked"), iq_image(MACHINE_THIS).bytes());
-    std::filesystem::permissions(dir.file("locked"), std::filesystem::perms::none);
+// Cut at any byte a file is refused; whatever bits are turned over, it does no harm.
+TEST(typed, damaged_files_do_no_harm) {
+    memory_file file;
+    std::mt19937 random(3);
     for (const kind& k : kinds) {
-        SCOPED_TRACE(k.name);
-        std::vector<std::string> names = {"", dir.path().string(), dir.file("none"), "/dev/zero",
-                                          dir.file("none/f")};
-        if (geteuid() != 0) names.push_back(dir.file("locked")); // nothing is locked to the superuser
-        for (const std::string& name : names) {
-            EXPECT_FALSE(k.open(name, "Old")) << name;
-            EXPECT_EQ(k.error(), ZUV_NO_OPEN) << name;
-            EXPECT_FALSE(k.open(name, "Update")) << name;
+        for (int machine : {MACHINE_VAX, MACHINE_SUN, MACHINE_THIS}) {
+            const std::string whole = k.image(machine).bytes();
+            for (std::size_t n = 0; n < whole.size(); n += 3) {
+                file.hold(whole.substr(0, n));
+                ASSERT_FALSE(k.open(file.name(), n % 2 ? "Old" : "Update")) << k.name << " " << n;
+                ASSERT_EQ(k.error(), ZUV_TOO_SHORT) << k.name << " " << n;
+                ASSERT_EQ(file.size(), n); // and left as it is
+            }
+            for (int i = 0; i < 300; i++) {
+                std::string bytes = whole;
+                for (unsigned flips = 1 + random() % 3; flips > 0; flips--)
+                    bytes[random() % bytes.size()] ^= static_cast<char>(1 << random() % 8);
+                if (i % 5 == 0) bytes.resize(random() % bytes.size());
+                for (auto walk : {walk_container, walk_series, walk_spline}) {
+                    file.hold(bytes);
+                    walk(file.name());
+                    ASSERT_LT(file.size(), 100'000U);
+                }
+            }
         }
-        EXPECT_FALSE(k.open(dir.path().string(), "New"));
-        EXPECT_EQ(k.error(), ZUV_NO_OPEN);
-        EXPECT_FALSE(k.open(dir.file("locked"), "what"));
-        EXPECT_EQ(k.error(), ZUV_BAD_ARGUMENT);
     }
 }
 
@@ -221,55 +217,6 @@ TEST(typed, a_full_disk) {
         EXPECT_TRUE(k.open(dir.file("f"), "Old"));
     }
     std::signal(SIGXFSZ, handler);
-}
-
-// Not-a-number and infinity come back from files of the machines that have them; a machine that has none
-// keeps the largest number of that sign.
-TEST(typed, values_that_are_no_numbers) {
-    temp_dir dir;
-    const std::vector<float> wild = {std::nanf(""), HUGE_VALF, -HUGE_VALF, 0, 0, 0};
-    for (int machine : all_machines) {
-        SCOPED_TRACE(machine);
-        write_all(dir.file("f"), row_image(machine, 110, 0).bytes());
-        imgfile_ptr p = openimg(dir.file("f"), "Update", 0);
-        ASSERT_TRUE(p);
-        ASSERT_EQ(putimg(p.get(), wild), ZUV_OK);
-        ASSERT_EQ(u_close(std::move(p)), ZUV_OK);
-        p = openimg(dir.file("f"), "Old", 0);
-        std::vector<float> row(6);
-        double t = 0;
-        ASSERT_EQ(getimg(p.get(), t, row), ZUV_OK);
-        const float most = is_vax_like(machine) ? 1.7014117e38F : HUGE_VALF; // (1 - 2^-24) 2^127
-        EXPECT_EQ(std::isnan(row[0]), !is_vax_like(machine));
-        EXPECT_EQ(row[1], most);
-        EXPECT_EQ(row[2], -most);
-        EXPECT_EQ(row[3], 0);
-    }
-}
-
-// Times that fall or are no numbers: every move ends, at an element or with a status.
-TEST(typed, times_that_do_not_rise) {
-    temp_dir dir;
-    const double nan = std::nan("");
-    for (const std::vector<double>& times : {std::vector<double>{5, 3, 9, 1, 2},
-                                             {nan, 1, 2},
-                                             {1, nan, 3},
-                                             {1, 2, nan},
-                                             {3, 3, 3},
-                                             {HUGE_VAL, 0, -HUGE_VAL},
-                                             {-HUGE_VAL, 4, HUGE_VAL}}) {
-        reafile_ptr rea = openrea(dir.file("f"), "New");
-        for (double t : times) ASSERT_EQ(putrea(rea.get(), t, 1, 0, 0, 0), ZUV_OK);
-        for (double t : {-1.0, 2.5, 3.0, 100.0, nan, HUGE_VAL, -HUGE_VAL}) {
-            const int status = u_timemove(rea.get(), t);
-            EXPECT_TRUE(status == ZUV_OK || status == -1) << status;
-            EXPECT_LE(u_nextelem(rea.get()), std::ssize(times));
-        }
-        ASSERT_EQ(u_close(std::move(rea)), ZUV_OK);
-        rea_track_ptr track = rea_setup(dir.file("f"));
-        ASSERT_TRUE(track);
-        EXPECT_EQ(rea_get_ndata(track.get()), std::ssize(times));
-    }
 }
 
 } // namespace

@@ -80,7 +80,7 @@ TEST(filefind, equal_times_and_times_that_fall) {
                              {0, INFINITY},
                              {-INFINITY, 0, 10}}) {
         times = wild;
-        for (double t : {-1.0, 0.5, 3.0, 9.5, 11.0}) {
+        for (double t : {-1.0, 0.5, 3.0, 9.5, 11.0, nan, HUGE_VAL, -HUGE_VAL}) {
             int status = filefind(nullptr, t, at, 0, std::ssize(times) - 1, time_at); // ends, inside the file
             EXPECT_TRUE(status != 1 || (at >= 0 && at <= std::ssize(times))) << at;
         }

@@ -43,21 +43,6 @@ void expect_rows(_gatfile* p, const gate_image& image) {
     EXPECT_EQ(getgat(p, tme, rng, row), ZUV_EOF);
 }
 
-TEST(gat, files_of_all_machines_are_read) {
-    temp_dir dir;
-    for (const gate_image& image : all_images()) {
-        SCOPED_TRACE(told(image));
-        write_all(dir.file("f"), image.bytes());
-        gatfile_ptr p = opengat(dir.file("f"), "Old", 0);
-        ASSERT_TRUE(p) << getgaterror();
-        expect_rows(p.get(), image);
-        EXPECT_EQ(u_kwget_i(p.get(), "NREC"), image.rows);
-        EXPECT_EQ(u_kwget_d(p.get(), "T0"), image.t0);
-        EXPECT_EQ(u_kwget_s(p.get(), "ABC"), "abc");
-        EXPECT_EQ(u_kwget_d(p.get(), "prf"), image.prf);
-    }
-}
-
 // A file that is updated stays in the form of its machine: after a row has been added and a keyword changed,
 // its bytes are those that machine would have written.
 TEST(gat, files_of_all_machines_are_updated_in_their_own_form) {
@@ -85,7 +70,7 @@ TEST(gat, files_of_all_machines_are_updated_in_their_own_form) {
     }
 }
 
-TEST(gat, a_window_holds_what_single_rows_hold) {
+TEST(gat, rows_and_windows_of_all_machines) {
     temp_dir dir;
     std::vector<gate_image> images = all_images();
     images.push_back(
@@ -99,6 +84,8 @@ TEST(gat, a_window_holds_what_single_rows_hold) {
         write_all(dir.file("f"), image.bytes());
         gatfile_ptr p = opengat(dir.file("f"), "Read", 0);
         ASSERT_TRUE(p);
+        expect_rows(p.get(), image);
+        u_elemmove(p.get(), 0);
         const int n = image.ngat, m = image.rows;
         struct {
             int nrec0, nrec, nsamp0, nsamp;
@@ -205,94 +192,51 @@ TEST(gat, created_files_take_all_three_kinds_of_input) {
     EXPECT_EQ(many, (std::vector<float>{1, 1, 1, 1, 1, 1, 0, 0}));
 }
 
-TEST(gat, opening_checks_mode_type_sizes_and_version) {
+TEST(gat, impossible_sizes_and_headers) {
     temp_dir dir;
-    auto status_of = [&](const std::string& bytes, const char* mode = "Old") {
-        write_all(dir.file("f"), bytes);
-        gatfile_ptr p = opengat(dir.file("f"), mode, 1);
-        EXPECT_EQ(static_cast<bool>(p), getgaterror() == ZUV_OK);
-        return getgaterror();
-    };
-    gate_image image{.ngat = 10, .dattype = 4};
-    const std::string good = image.bytes();
-    EXPECT_EQ(status_of(good), ZUV_OK);
-    EXPECT_EQ(status_of(good, "read"), ZUV_OK);
-    EXPECT_EQ(status_of(good, "x"), ZUV_BAD_ARGUMENT);
-    EXPECT_EQ(status_of(good, ""), ZUV_BAD_ARGUMENT);
-    EXPECT_EQ(status_of(good, nullptr), ZUV_BAD_ARGUMENT);
-    std::string other = good;
-    other[2] = 101;
-    EXPECT_EQ(status_of(other), ZUV_BAD_TYPE);
-
-    auto with_int = [&](std::size_t at, std::int32_t value) {
+    for (int n : {0, std::numeric_limits<int>::max()}) {
+        EXPECT_FALSE(opengat(dir.file("n"), "New", n));
+        EXPECT_EQ(getgaterror(), ZUV_BAD_ARGUMENT);
+    }
+    const std::string good = gate_image{.ngat = 10, .dattype = 4}.bytes();
+    for (auto [at, value] : {std::pair{8, 5}, {12, 1}}) { // representation; ranges, which need 8 bytes more
         std::string bytes = good;
-        std::memcpy(&bytes[at], &value, 4);
-        return bytes;
-    };
-    const std::size_t header = 20 + 200;
-    EXPECT_EQ(status_of(with_int(8, 31)), ZUV_BAD_HEADSIZE);
-    EXPECT_EQ(status_of(with_int(header, 2)), ZUV_BAD_VERSION);
-    EXPECT_EQ(status_of(with_int(header + 4, 0)), ZUV_BAD_TYPE);
-    EXPECT_EQ(status_of(with_int(header + 4, -1)), ZUV_BAD_TYPE);
-    EXPECT_EQ(status_of(with_int(header + 4, std::numeric_limits<int>::max())), ZUV_BAD_TYPE);
-    EXPECT_EQ(status_of(with_int(header + 8, 5)), ZUV_BAD_TYPE);
-    EXPECT_EQ(status_of(with_int(header + 12, 1)), ZUV_BAD_TYPE); // ranges need 28 bytes
-    image.incrng = 1;
-    EXPECT_EQ(status_of(image.bytes()), ZUV_OK);
-
-    EXPECT_FALSE(opengat(dir.file("n"), "New", 0));
-    EXPECT_EQ(getgaterror(), ZUV_BAD_ARGUMENT);
-    EXPECT_FALSE(opengat(dir.file("n"), "New", std::numeric_limits<int>::max()));
-    EXPECT_EQ(getgaterror(), ZUV_BAD_ARGUMENT);
-    EXPECT_FALSE(opengat(dir.file("n/n"), "New", 1));
-    EXPECT_EQ(getgaterror(), ZUV_NO_OPEN);
+        std::memcpy(&bytes[20 + 200 + static_cast<std::size_t>(at)], &value, 4);
+        write_all(dir.file("f"), bytes);
+        EXPECT_FALSE(opengat(dir.file("f"), "Old", 1)) << at;
+        EXPECT_EQ(getgaterror(), ZUV_BAD_TYPE) << at;
+    }
     for (double prf : {0.0, -4.0, static_cast<double>(NAN)}) {
-        image.prf = prf;
-        write_all(dir.file("f"), image.bytes());
+        write_all(dir.file("f"), gate_image{.prf = prf}.bytes());
         EXPECT_EQ(u_kwget_d(opengat(dir.file("f"), "Old", 0).get(), "prf"), 1.0);
     }
 }
 
 TEST(gat, header_values_are_keywords_ahead_of_the_list) {
     temp_dir dir;
-    gate_image image{.t0 = 2.5, .prf = 4.0};
-    write_all(dir.file("f"), image.bytes());
+    write_all(dir.file("f"), gate_image{}.bytes());
     gatfile_ptr p = opengat(dir.file("f"), "Update", 0);
-    ASSERT_EQ(u_kwget_n(p.get()), 8);
-    const std::pair<const char*, int> expected[] = {{"ngat", 1}, {"dattype", 1}, {"incrng", 1}, {"t0", 2},
-                                                    {"prf", 2},  {"NREC", 1},    {"T0", 2},     {"ABC", 3}};
-    for (int i = 0; i < 8; i++) {
-        std::string name;
-        int type = 0;
-        EXPECT_EQ(u_kwindx(p.get(), i, name, type), ZUV_OK);
-        EXPECT_EQ(name, expected[i].first);
-        EXPECT_EQ(type, expected[i].second);
-    }
-    std::string name;
+    std::string name, listed;
     int type = 0;
-    EXPECT_NE(u_kwindx(p.get(), 8, name, type), ZUV_OK);
+    for (int i = 0; u_kwindx(p.get(), i, name, type) == ZUV_OK; i++)
+        listed += name + std::to_string(type) + ' ';
+    EXPECT_EQ(listed, "ngat1 dattype1 incrng1 t02 prf2 NREC1 T02 ABC3 ");
     EXPECT_NE(u_kwindx(p.get(), -1, name, type), ZUV_OK);
-    EXPECT_EQ(u_kwget_i(p.get(), "ngat"), 3);
-    EXPECT_EQ(u_kwexist(p.get(), "prf"), 1);
     EXPECT_EQ(u_kwexist(p.get(), "PRF"), 0); // spelling counts
     EXPECT_EQ(u_kwget_d(p.get(), "WFRI"), 0.0);
     EXPECT_NE(u_error(), ZUV_OK);
-    EXPECT_EQ(u_kwget_d(p.get(), "t0"), 2.5);
-    EXPECT_EQ(u_error(), ZUV_OK);
-
     EXPECT_EQ(u_kwput_d(p.get(), "prf", 10.0), ZUV_OK);
+    EXPECT_EQ(u_error(), ZUV_OK);
     EXPECT_EQ(u_kwput_d(p.get(), "PRF", 20.0), ZUV_OK);
     EXPECT_NE(u_kwput_i(p.get(), "ngat", 4), ZUV_OK); // the rows would not fit
     EXPECT_NE(u_kwput_d(p.get(), "prf", 0.0), ZUV_OK);
     EXPECT_NE(u_kwput_s(p.get(), "prf", "10"), ZUV_OK);
     EXPECT_NE(u_kwdelete(p.get(), "t0"), ZUV_OK);
-    EXPECT_EQ(u_kwdelete(p.get(), "abc"), ZUV_OK);
     u_close(std::move(p));
     p = opengat(dir.file("f"), "Old", 0);
     ASSERT_TRUE(p);
     EXPECT_EQ(u_kwget_d(p.get(), "prf"), 10.0);
     EXPECT_EQ(u_kwget_d(p.get(), "PRF"), 20.0);
-    EXPECT_EQ(u_kwget_n(p.get()), 8);
     EXPECT_NE(u_kwput_d(p.get(), "prf", 5.0), ZUV_OK); // read-only
     EXPECT_EQ(u_kwget_d(nullptr, "prf"), 0.0);
     EXPECT_EQ(u_error(), ZUV_NULL_FILE);
@@ -306,11 +250,6 @@ TEST(gat, the_calling_surface_moves_by_time_and_element) {
     EXPECT_EQ(u_firsttime(p.get()), 100.0);
     EXPECT_EQ(u_lasttime(p.get()), 101.0);
     EXPECT_EQ(u_nitems(p.get()), 2);
-    EXPECT_EQ(u_elemsize(p.get()), 16);
-    EXPECT_EQ(u_headsize(p.get()), 32);
-    EXPECT_EQ(u_type(p.get()), 109);
-    EXPECT_EQ(u_filename(p.get()), dir.file("f"));
-    EXPECT_EQ(u_canwrite(p.get()), 0);
     for (int n = 0; n <= 10; n++) { // an element's own time finds it, whatever the rounding
         u_elemmove(p.get(), n);
         double t = u_nexttime(p.get());

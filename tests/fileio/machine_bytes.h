@@ -66,6 +66,49 @@ inline std::string double_bytes(int machine, double value) {
     return integer_bytes(machine, std::bit_cast<std::uint64_t>(value));
 }
 
+// Items of a keyword list: size, type, value, name with its NUL.
+inline std::string double_item(int machine, const std::string& name, double value) {
+    return std::string{static_cast<char>(name.size() + 11), 2} + double_bytes(machine, value) + name + '\0';
+}
+inline std::string int_item(int machine, const std::string& name, std::int32_t value) {
+    return std::string{static_cast<char>(name.size() + 7), 1} + integer_bytes(machine, value) + name + '\0';
+}
+inline std::string string_item(const std::string& name, const std::string& value) {
+    return std::string{static_cast<char>(name.size() + value.size() + 5), 3,
+                       static_cast<char>(value.size() + 1)} +
+           value + '\0' + name + '\0';
+}
+
+// A data file; its head, the area of its keyword list, its header and its elements in that machine's form.
+struct series_image {
+    int machine = MACHINE_THIS, filetype = 0;
+    std::string header;
+    int elemsize = 0; // shorter elements are filled up
+    std::vector<std::string> elements;
+    int nelements = -1;    // those there are
+    std::string list = {}; // items of the keyword list
+    int reserved = 128;
+
+    std::string head() const {
+        std::string b = {static_cast<char>(machine), 1, static_cast<char>(filetype), 0};
+        for (std::size_t x :
+             {static_cast<std::size_t>(reserved), header.size(), static_cast<std::size_t>(elemsize),
+              nelements < 0 ? elements.size() : static_cast<std::size_t>(nelements)})
+            b += integer_bytes(machine, static_cast<std::int32_t>(x));
+        return b;
+    }
+    std::string bytes() const {
+        std::string area = '\x01' + list;
+        area.resize(static_cast<std::size_t>(reserved));
+        std::string b = head() + area + header;
+        for (std::string e : elements) {
+            e.resize(static_cast<std::size_t>(elemsize));
+            b += e;
+        }
+        return b;
+    }
+};
+
 // A gate file as one of the five machines writes it.
 struct gate_image {
     int machine = MACHINE_THIS, ngat = 3, dattype = 6, incrng = 0, rows = 2;
@@ -93,38 +136,18 @@ struct gate_image {
         return bytes;
     }
     std::string keywords() const {
-        std::string list;
-        list += std::string("\x0B\x01", 2) + integer_bytes(machine, std::int32_t{rows}) +
-                std::string("NREC\0", 5);
-        list += std::string("\x0D\x02", 2) + double_bytes(machine, t0) + std::string("T0\0", 3);
-        list += std::string("\x0B\x03\x04"
-                            "abc\0ABC\0",
-                            11);
-        return list;
+        return int_item(machine, "NREC", rows) + double_item(machine, "T0", t0) + string_item("ABC", "abc");
     }
-    std::string reserved_area() const {
-        std::string area = "\x01";
-        area += keywords();
-        area.resize(static_cast<std::size_t>(reserved));
-        return area;
+    series_image image() const {
+        series_image made{machine, 109, {}, static_cast<int>(element(0).size()), {}};
+        for (int x : {1, ngat, dattype, incrng}) made.header += integer_bytes(machine, std::int32_t{x});
+        made.header += double_bytes(machine, t0) + double_bytes(machine, prf);
+        for (int row = 0; row < rows; row++) made.elements.push_back(element(row));
+        made.list = keywords();
+        made.reserved = reserved;
+        return made;
     }
-    std::string head(std::int32_t nelements) const {
-        std::string bytes = {static_cast<char>(machine), 1, 109, 0};
-        auto size = static_cast<std::int32_t>(element(0).size());
-        for (std::int32_t x : {std::int32_t{reserved}, std::int32_t{32}, size, nelements})
-            bytes += integer_bytes(machine, x);
-        return bytes;
-    }
-    std::string header() const {
-        std::string bytes;
-        for (int x : {1, ngat, dattype, incrng}) bytes += integer_bytes(machine, std::int32_t{x});
-        return bytes + double_bytes(machine, t0) + double_bytes(machine, prf);
-    }
-    std::string bytes() const {
-        std::string all = head(rows) + reserved_area() + header();
-        for (int row = 0; row < rows; row++) all += element(row);
-        return all;
-    }
+    std::string bytes() const { return image().bytes(); }
 };
 
 } // namespace norva::test

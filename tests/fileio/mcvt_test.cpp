@@ -4,9 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
-#include <vector>
 
 namespace norva::test {
 namespace {
@@ -72,6 +70,7 @@ TEST(mcvt, ends_of_the_vax_range) {
         {"beyond F", 3e38, MACHINE_SUN, MACHINE_VAX, false, "ff7fffff"},
         {"beyond F, negative", -3e38, MACHINE_THIS, MACHINE_ALPHA_VMS, false, "ffffffff"},
         {"not a number", NAN, MACHINE_THIS, MACHINE_VAX, false, "ff7fffff"},
+        {"infinity", HUGE_VAL, MACHINE_THIS, MACHINE_VAX, false, "ff7fffff"},
         {"denormal", 1e-40, MACHINE_THIS, MACHINE_VAX, false, "00000000"},
         {"beyond D", 1e300, MACHINE_SUN, MACHINE_VAX, true, "ff7fffffffffffff"},
         {"beyond D, negative", -1e300, MACHINE_THIS, MACHINE_VAX, true, "ffffffffffffffff"},

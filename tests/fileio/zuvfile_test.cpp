@@ -7,12 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 namespace norva::test {
@@ -141,32 +138,6 @@ TEST(zuvfile, a_file_under_update_is_readable_at_every_moment) {
     EXPECT_EQ(file->nelements, 6);
 }
 
-TEST(zuvfile, a_full_disk_is_reported_and_the_old_elements_stay) {
-    temp_dir dir;
-    make_file(dir.file("f"), 3);
-    zuvfile_ptr file = reopened(dir.file("f"), true);
-    auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    rlimit full = before;
-    full.rlim_cur = std::filesystem::file_size(dir.file("f")) + 6; // room for an element and a half
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-    zuvfileseek(file.get(), 3);
-    EXPECT_EQ(zuvfilewriteblock(file.get(), bytes_of("moremore"), 2), ZUV_WRITE_FAILED);
-    EXPECT_EQ(zuvfile_res_put_int(file.get(), "NREC", 3), 1);
-    EXPECT_EQ(zuvfileclose(std::move(file)), ZUV_OK); // head and keywords lie within the file
-    EXPECT_FALSE(zuvfilecreate(dir.file("new"), 101, 1 << 20, 4));
-    EXPECT_EQ(zuvfileerror(), ZUV_WRITE_FAILED);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-
-    file = reopened(dir.file("f"));
-    ASSERT_TRUE(file);
-    int status = 0;
-    EXPECT_EQ(read_block(file.get(), 3, status), "e000e001e002");
-    EXPECT_EQ(file->nelements, 3);
-}
-
 // An element of 4 bytes on disk and 6 in memory: a letter and three digits become a letter, four digits and a
 // mark.
 void widen(_zuvfile*, std::span<std::byte> element, int flag) {
@@ -259,8 +230,7 @@ TEST(zuvfile, a_reserved_area_beyond_all_reason_is_refused) {
     temp_dir dir;
     gate_image image;
     image.reserved = 1 << 30;
-    std::string head = image.head(0);
-    write_all(dir.file("huge"), head);
+    write_all(dir.file("huge"), image.image().head());
     std::filesystem::resize_file(dir.file("huge"), (1LL << 30) + 100); // a hole, so no space is taken
     EXPECT_FALSE(reopened(dir.file("huge")));
     EXPECT_EQ(zuvfileerror(), ZUV_NO_MEMORY);
@@ -289,33 +259,6 @@ TEST(zuvfile, what_is_no_regular_file_is_not_opened) {
         bool made = c.status == ZUV_TOO_SHORT || c.name == dir.file("missing");
         EXPECT_EQ(static_cast<bool>(zuvfilecreate(c.name, 101, 8, 4)), made) << c.name;
     }
-}
-
-TEST(zuvfile, keywords_live_in_the_reserved_area) {
-    temp_dir dir;
-    make_file(dir.file("f"), 1);
-    zuvfile_ptr file = reopened(dir.file("f"), true);
-    EXPECT_EQ(zuvfile_res_put_str(file.get(), "SIG_TYPE", "sampled cw"), 1);
-    EXPECT_EQ(zuvfile_res_put_dbl(file.get(), "T0", 1.5), 1);
-    EXPECT_EQ(zuvfile_res_delete(file.get(), "none"), -1);
-    EXPECT_EQ(zuvfile_res_put_int(file.get(), "", 1), -1);
-    zuvfileclose(std::move(file));
-
-    file = reopened(dir.file("f"));
-    std::string text, name;
-    int type = 0, yes = 0;
-    EXPECT_EQ(zuvfile_res_get_str(file.get(), "sig_type", text), 1);
-    EXPECT_EQ(text, "sampled cw");
-    EXPECT_EQ(zuvfile_res_get_indx(file.get(), 1, name, type), 1);
-    EXPECT_EQ(name, "T0");
-    EXPECT_EQ(type, KW_DOUBLE);
-    EXPECT_EQ(zuvfile_res_get_indx(file.get(), 2, name, type), -1);
-    EXPECT_EQ(zuvfile_res_exist(file.get(), "T0", yes), 1);
-    EXPECT_EQ(yes, 1);
-    EXPECT_EQ(zuvfile_res_put_int(file.get(), "NREC", 1), -1); // read-only
-    EXPECT_EQ(zuvfile_res_new(file.get()), -1);
-    EXPECT_EQ(zuvfile_res_exist(file.get(), "NREC", yes), 1);
-    EXPECT_EQ(yes, 0);
 }
 
 TEST(zuvfile, an_unusable_area_answers_enquiries_with_nothing) {

@@ -5,7 +5,6 @@
 #include "journal/listing.h"
 
 #include <csignal>
-#include <random>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -106,11 +105,6 @@ TEST_F(damage_test, CrashFileIsReadWholeOrNotAtAll) {
     user.mc = two_corrections();
     ASSERT_TRUE(rw_mc("w"));
     const std::string whole = read_all(CRASH_FILE);
-    const auto le = [](std::initializer_list<int> values) {
-        std::string bytes;
-        for (int v : values) bytes += static_cast<char>(v) + std::string(3, '\0');
-        return bytes;
-    };
     const std::string ints = le({7, 1, 2, 0, 1, 1, 2, 8, 8, 3, 3, 4, 4}); // flag, nf0, nf, nt0, nt
     ASSERT_EQ(whole.substr(0, ints.size()), ints);
     ASSERT_EQ(whole.size(), ints.size() + 8 * (5 + 2));
@@ -207,23 +201,20 @@ struct kill_test : damage_test {
     bool finished = false; // the child came to its end
 
     // Runs the analysis in a child; returns the last position that it told, -1 for none.
-    template <class F> int position_before_death(F kill_child, int deadly_call) {
+    int position_before_death(int deadly_call) {
         for (const char* name : {"a.jou;1", CRASH_FILE}) std::filesystem::remove(name);
         int ends[2];
         EXPECT_EQ(pipe(ends), 0);
         const pid_t child = fork();
         if (child == 0) {
             calls_left = deadly_call;
-            if (deadly_call >= 0) {
-                safefile_system.write = deadly_write;
-                safefile_system.rename = deadly_rename;
-                safefile_system.fsync = [](int) { return maybe_die(), 0; };
-            }
-            analyse(ends[1], deadly_call >= 0 ? 4 : 60);
+            safefile_system.write = deadly_write;
+            safefile_system.rename = deadly_rename;
+            safefile_system.fsync = [](int) { return maybe_die(), 0; };
+            analyse(ends[1], 4);
             _exit(0);
         }
         close(ends[1]);
-        kill_child(child);
         int last = -1;
         char done;
         while (read(ends[0], &done, 1) == 1) last = done;
@@ -256,25 +247,11 @@ struct kill_test : damage_test {
 TEST_F(kill_test, AtEachCallToTheSystem) {
     int kills = 0;
     for (; !finished && kills < 400; kills++) {
-        expect_nothing_lost(position_before_death([](pid_t) {}, kills));
+        expect_nothing_lost(position_before_death(kills));
         ASSERT_FALSE(HasFailure()) << "call " << kills;
     }
     EXPECT_GT(kills, 5 * 3 * 4) << "within and between the writes of both files, at every step";
     EXPECT_TRUE(finished);
-}
-
-TEST_F(kill_test, AtAnyTime) {
-    std::mt19937 random(20240229);
-    for (int i = 0; i < 20; i++) {
-        const int last = position_before_death(
-            [&](pid_t child) {
-                usleep(random() % 30000);
-                kill(child, SIGKILL);
-            },
-            -1);
-        expect_nothing_lost(last);
-        ASSERT_FALSE(HasFailure()) << "round " << i;
-    }
 }
 
 } // namespace norva::test

@@ -58,6 +58,13 @@ protected:
         put_text(std::span(in).subspan(2), name);
         return ask(in);
     }
+    // Words as a file holds them.
+    static std::string le(std::initializer_list<int> values) {
+        std::string bytes;
+        for (int v : values)
+            for (int b = 0; b < 4; b++) bytes += static_cast<char>(static_cast<unsigned>(v) >> (8 * b));
+        return bytes;
+    }
     // A record of n arguments that count up from its tag.
     static words record(int tag, int n, int pointer = 0) {
         words r = {tag, pointer, n};

@@ -21,7 +21,6 @@ struct jrnl_test : journal_test {
         work.clear();
         fitted = 0;
         user.rdfile = "raw.pfx";
-        user.jfile = "a.jou;1";
         gp.nf = 64;
         gp.nrec = 100;
         user.nf0 = 2, user.nf = 32, user.nt0 = 5, user.nt = 50;
@@ -35,8 +34,7 @@ struct jrnl_test : journal_test {
         journal_hooks.show_journal_name = [] { shown.push_back(user.jfile); };
         journal_hooks.track_file = [] { return track_name; };
         journal_hooks.spline = [] { return journal_spline{fitted, work}; };
-        jrnl(90);
-        jrnl(0);
+        start("a.jou;1");
         shown.clear();
     }
     // Words of the record that jrnl(tag) has written; empty when it wrote none.
@@ -46,6 +44,11 @@ struct jrnl_test : journal_test {
         if (journal_next_index() == before) return {};
         words r = ask({91, before});
         return {r.begin() + 1, r.end()};
+    }
+    static void start(const std::string& journal_name) {
+        user.jfile = journal_name;
+        jrnl(90);
+        jrnl(0);
     }
     static journal_step read(const words& r) {
         journal_step step;
@@ -323,9 +326,7 @@ TEST_F(jrnl_test, AFaultOfTheDiskIsToldOnceAndCostsNothing) {
 TEST_F(jrnl_test, NamesThatAreTakenOrTooLong) {
     jrnl(93);
     write_all("b.jou;1", "of another program");
-    user.jfile = "b.jou;1"; // was free when it was chosen
-    jrnl(90);
-    jrnl(0);
+    start("b.jou;1"); // was free when it was chosen
     EXPECT_EQ(user.jfile, "b.jou;2");
     EXPECT_EQ(shown.back(), "fields 1");
     EXPECT_TRUE(std::ranges::count(shown, "b.jou;2"));
@@ -334,28 +335,18 @@ TEST_F(jrnl_test, NamesThatAreTakenOrTooLong) {
     // A long path into the current folder is no long name.
     const std::string deep = std::string(40, 'd') + "/" + std::string(20, 'e');
     std::filesystem::create_directories(deep);
-    user.jfile = (dir.path() / deep / "c.jou;1").string();
-    jrnl(90);
-    jrnl(0);
+    start((dir.path() / deep / "c.jou;1").string());
     EXPECT_NE(read_all(user.jfile), "");
     EXPECT_TRUE(messages.empty());
 
-    const std::string before = read_all(user.jfile);
     user.rdfile = std::string(199, 'r');
-    user.jfile = "d.jou;1";
-    jrnl(90);
-    jrnl(0);
-    load("d.jou;1");
+    start("d.jou;1");
     EXPECT_TRUE(messages.empty());
     EXPECT_EQ(journal_head_name(load("d.jou;1")), user.rdfile);
 
-    user.jfile = "e.jou;1";
-    jrnl(90);
-    jrnl(0);
+    start("e.jou;1");
     user.rdfile += "r";
-    user.jfile = "f.jou;1";
-    jrnl(90);
-    jrnl(0);
+    start("f.jou;1");
     EXPECT_EQ(messages, (std::vector<std::string>{"The raw data file's name is too long for a journal!",
                                                   "***Error in JOURNAL...No output file name"}))
         << "no step of one raw file goes into the journal of another";

@@ -82,13 +82,6 @@ TEST_F(store_test, FileIsWrittenAfterEveryStepInItsFraming) {
     ask({4, 2, 0});
     ask({91, 0});
     ask({0x59, 0x01020304, 0}); // step 1 again: the words of the first one stay as dead words
-    const auto le = [](std::initializer_list<int> values) {
-        std::string bytes;
-        for (int v : values)
-            for (int b = 0; b < 4; b++)
-                bytes.push_back(static_cast<char>(static_cast<unsigned>(v) >> (8 * b)));
-        return bytes;
-    };
     const std::string head = "d/raw.pfx" + std::string(191, '\0');
     EXPECT_EQ(read_all("a.jou;1"), le({200}) + head + le({200}) + le({8, 1, 10, 8}) + le({8, 0, 7, 8}) +
                                        le({40, 3, 1, 1, -2, 4, 2, 0, 0x59, 0x01020304, 0, 40}));

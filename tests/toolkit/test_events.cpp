@@ -199,18 +199,4 @@ TEST_F(events, HelpKeysComeFromTheWindowAndTheLabel) {
     rec.help(b->wins[0]); // nobody listens
 }
 
-TEST_F(events, ShortcutsGoToTheHook) {
-    static const wi_obj* at;
-    wi_obj* fm = window();
-    wi_on(fm);
-    EXPECT_FALSE(rec.shortcut(fm->shell->handle, 'Z'));
-    wi_hooks.shortcut = [](wi_obj* top, char key) {
-        at = top;
-        return key == 'Z';
-    };
-    EXPECT_TRUE(rec.shortcut(fm->shell->handle, 'Z'));
-    EXPECT_FALSE(rec.shortcut(fm->shell->handle, 'Q'));
-    EXPECT_EQ(at, fm->shell);
-}
-
 } // namespace

@@ -102,25 +102,6 @@ TEST_F(tree, MisuseEndsWithItsText) {
     EXPECT_EQ(rec.log.back().op, "fatal");
 }
 
-TEST_F(tree, CornersOnTheEdgeOfAFormAreInside) {
-    wi_obj* fm = window(10, 5);
-    EXPECT_EQ(fatal_text([&] { wi_form_parent(fm, 0, 0, 10, 5); }), "");
-}
-
-TEST_F(tree, TitlesAndPointers) {
-    wi_set_window_name("NORVA: first");
-    wi_obj* a = wi_mk_form(nullptr, 1, 1);
-    wi_obj* b = wi_mk_form(nullptr, 1, 1);
-    EXPECT_EQ(rec.window(a->shell->handle).text, "NORVA: first");
-    EXPECT_EQ(rec.window(b->shell->handle).text, "") << "the name is for one window";
-    wi_settitle(b, "second");
-    EXPECT_EQ(rec.window(b->shell->handle).text, "second");
-    int mine = 0;
-    wi_store(a, &mine);
-    EXPECT_EQ(wi_recall(a), &mine);
-    EXPECT_EQ(wi_recall(b), nullptr);
-}
-
 TEST_F(tree, TablesDropWhatIsTooMuch) {
     wi_obj* wo = window();
     for (int i = 0; i < 20100; ++i) setwiobject(100000 + i, wo);

@@ -11,6 +11,16 @@ using namespace norva;
 
 namespace {
 
+_vgaxisparm axis(double lim0, double lim1, float len = 6, int r90 = 0, int reverse = 0) {
+    _vgaxisparm a;
+    a.lim0 = lim0;
+    a.lim1 = lim1;
+    a.alen = len;
+    a.r90 = r90;
+    a.reverse = reverse;
+    return a;
+}
+
 TEST(cal_inc, ChoosesRoundSteps) {
     const struct {
         double lim0, lim1;
@@ -32,9 +42,7 @@ TEST(cal_inc, ChoosesRoundSteps) {
         {0, 25, 1, 2, 1, {0, 20}}, // at least two are asked for
     };
     for (const auto& c : cases) {
-        _vgaxisparm a;
-        a.lim0 = c.lim0;
-        a.lim1 = c.lim1;
+        _vgaxisparm a = axis(c.lim0, c.lim1);
         cal_inc(a, c.want);
         SCOPED_TRACE(std::to_string(c.lim0) + " to " + std::to_string(c.lim1));
         EXPECT_EQ(a.inctype, c.inctype);
@@ -56,10 +64,7 @@ TEST(cal_inc, LimitsWithoutAUsableSpan) {
     } cases[] = {{5, 5, 0},      {0, 0, 0},   {1e12, 1e12 + 1, 0},  {-1e12, -1e12 - 1, 0}, {0, inf, 1},
                  {-inf, inf, 1}, {0, nan, 1}, {-1e308, 1.7e308, 1}, {0, 5e-324, 1}};
     for (const auto& c : cases) {
-        _vgaxisparm a;
-        a.lim0 = c.lim0;
-        a.lim1 = c.lim1;
-        a.alen = 6;
+        _vgaxisparm a = axis(c.lim0, c.lim1);
         vgobject_ptr obj = vg_new_object();
         vg_draw_axis(*obj, a);
         EXPECT_EQ(a.nospan, 1) << c.lim0 << ' ' << c.lim1;
@@ -71,9 +76,7 @@ TEST(cal_inc, LimitsWithoutAUsableSpan) {
     }
     // A long reach of usable sizes must neither fail nor loop.
     for (double size = 1e-300; size < 1e300; size *= 977) {
-        _vgaxisparm a;
-        a.lim0 = -size;
-        a.lim1 = 2.3 * size;
+        _vgaxisparm a = axis(-size, 2.3 * size);
         cal_inc(a, 6);
         EXPECT_EQ(a.nospan, 0) << size;
         EXPECT_GE(a.nlabs, 4) << size;
@@ -150,13 +153,9 @@ TEST(vg_draw_axis, LabelsStandAtTheirTicsAndNeverRunIntoEachOther) {
     for (auto [lim0, lim1] : limits)
         for (float len : {1.0f, 2.0f, 3.0f, 4.4f, 6.0f, 7.0f, 10.0f})
             for (int r90 : {0, 1}) {
-                _vgaxisparm a;
-                a.lim0 = lim0;
-                a.lim1 = lim1;
+                _vgaxisparm a = axis(lim0, lim1, len, r90);
                 a.x0 = 1.5f;
                 a.y0 = 0.5f;
-                a.alen = len;
-                a.r90 = r90;
                 SCOPED_TRACE(std::to_string(lim0) + " to " + std::to_string(lim1) + " over " +
                              std::to_string(len));
                 const auto labels = labels_of(a);
@@ -177,13 +176,9 @@ TEST(vg_draw_axis, LabelsStandAtTheirTicsAndNeverRunIntoEachOther) {
 TEST(vg_draw_axis, TicsLieOnTheToldSideAndHaveThreeLengths) {
     for (int r90 : {0, 1})
         for (int reverse : {0, 1}) {
-            _vgaxisparm a;
-            a.lim1 = 10; // step 2 on 6 inches, minor tics every 0.2
+            _vgaxisparm a = axis(0, 10, 6, r90, reverse); // step 2 on 6 inches, minor tics every 0.2
             a.x0 = 3;
             a.y0 = 2;
-            a.alen = 6;
-            a.r90 = r90;
-            a.reverse = reverse;
             vgobject_ptr obj = vg_new_object();
             vg_draw_axis(*obj, a);
             int count[3] = {};
@@ -205,10 +200,7 @@ TEST(vg_draw_axis, TicsLieOnTheToldSideAndHaveThreeLengths) {
 }
 
 TEST(vg_draw_axis, AFallingAxisPutsItsTicsFromTheOtherEnd) {
-    _vgaxisparm a;
-    a.lim0 = 9.5; // step 2 on 5 inches: 8 lies 1.5 units, 0.75 inches, along
-    a.lim1 = -0.5;
-    a.alen = 5;
+    _vgaxisparm a = axis(9.5, -0.5, 5); // step 2 on 5 inches: 8 lies 1.5 units, 0.75 inches, along
     vgobject_ptr obj = vg_new_object();
     vg_draw_axis(*obj, a);
     std::vector<float> majors;
@@ -232,11 +224,7 @@ std::pair<float, float> reach(const _vgaxisparm& parms) {
 TEST(vg_draw_axis, LabelsTakeTheRoomThatIsKeptForThem) {
     for (int r90 : {0, 1})
         for (int reverse : {0, 1}) {
-            _vgaxisparm a;
-            a.lim1 = 10;
-            a.alen = 6;
-            a.r90 = r90;
-            a.reverse = reverse;
+            _vgaxisparm a = axis(0, 10, 6, r90, reverse);
             a.dolabs = 1;
             EXPECT_NEAR(reach(a).first, 0.205, 0.004);
             EXPECT_NEAR(reach(a).second, 0, 1e-6);

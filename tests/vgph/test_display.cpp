@@ -206,25 +206,6 @@ TEST_F(vg_display, PaletteArgumentsAreSwitches) {
     EXPECT_EQ(vg_get_palette(17), 0xffffffu);
 }
 
-TEST_F(vg_display, NothingHappensBeforeThePaletteExists) {
-    EXPECT_EXIT(
-        {
-            set_port(&rec);
-            _vgdisplay d;
-            d.badscale = 0;
-            rec.log.clear();
-            vg_set_palette(2, 1, 1, 1);
-            vg_set_overcolor(1, 1, 1);
-            vg_render_object(d, line({{0, 0}, {1, 1}}).get());
-            const bool nothing = rec.log.empty() && vg_get_palette(2) == 0;
-            const vgdisplay_ptr first = vg_xw_init(0, 1, 1, 0);
-            // The overlay colour starts as purple, while its slot in the palette is black.
-            const bool colours = vg_get_palette(19) == 0x800080 && vg_get_palette(15) == 0;
-            std::_Exit(nothing && colours ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
 TEST_F(vg_display, CellsLieAsThePictureLies) {
     const std::vector<std::uint32_t> cells = {1, 2, 3,  // the upper row
                                               4, 5, 6}; // the lower one

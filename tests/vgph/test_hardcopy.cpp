@@ -6,7 +6,6 @@
 #include "vgph/winplot.h"
 
 #include <cstdlib>
-#include <filesystem>
 
 using namespace norva;
 using namespace norva::test;
