@@ -34,10 +34,15 @@ bool fill_display(cut_action& run, const float* x, int n, const curve_scale& sca
 } // namespace
 
 // The first and the last sample, where a weighting may have been taken out that is next to nothing, are left
-// out of the scale.
+// out of the scale, unless they are beyond all measure.
 bool show_transform(cut_action& run, const float* x, cut_display& to) {
+    constexpr float BEYOND = 1e15F; // the square of its like is still a number
     const int n = cut().nx;
-    return fill_display(run, x, n, scale_of(x + 2, n - 2), -kss, to);
+    curve_scale scale = scale_of(x + 2, n - 2);
+    float ends = 0;
+    for (float v : {x[0], x[1], x[2 * n - 2], x[2 * n - 1]}) ends = std::max(ends, std::fabs(v));
+    if (scale.amplitude > 0 && ends / BEYOND > scale.amplitude) scale = scale_of(x, n);
+    return fill_display(run, x, n, scale, -kss, to);
 }
 
 bool show_cut(cut_action& run) {
