@@ -106,9 +106,12 @@ protected:
         QMouseEvent event(type, at, w->mapToGlobal(at), button, held, Qt::NoModifier);
         QApplication::sendEvent(w, &event);
     }
+    void click(QWidget* w, QPoint at = {3, 3}, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(w, QEvent::MouseButtonPress, at, button, button);
+        mouse(w, QEvent::MouseButtonRelease, at, button, Qt::NoButton);
+    }
     void click(port_win win, QPoint at = {3, 3}, Qt::MouseButton button = Qt::LeftButton) {
-        mouse(widget(win), QEvent::MouseButtonPress, at, button, button);
-        mouse(widget(win), QEvent::MouseButtonRelease, at, button, Qt::NoButton);
+        click(widget(win), at, button);
     }
     void key(port_win win, int code, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
         for (auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {

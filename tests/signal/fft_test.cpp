@@ -1,5 +1,4 @@
 // The transforms against direct sums in double precision.
-#include "fft_plan.h"
 #include "signal/fft.h"
 #include "signal/parallel.h"
 #include "support/reference.h"
@@ -104,30 +103,6 @@ TEST(fft, agrees_with_direct_sums_at_long_lengths) {
     for (int n : {9973, 9998, 10000, 16384}) check_length(n);
 }
 
-TEST(fft, impulse_and_tone_are_exact_in_place_and_scale) {
-    for (int n : {2, 8, 60, 64, 100, 1000, 1001, 1024, 2048, 4093}) {
-        for (int sign : {+1, -1}) {
-            std::vector<float> a(2 * n);
-            a[0] = 1;
-            gfft(a.data(), n, sign);
-            for (int k = 0; k < n; k++) {
-                ASSERT_NEAR(a[2 * k], 1, 2e-6) << n;
-                ASSERT_NEAR(a[2 * k + 1], 0, 2e-6) << n;
-            }
-            // exp(-sign 2 pi i m k / n) peaks at sample m with the value n.
-            const int m = n / 3;
-            for (int k = 0; k < n; k++) {
-                double arg = -sign * 2 * M_PI * (static_cast<long long>(m) * k % n) / n;
-                a[2 * k] = static_cast<float>(std::cos(arg));
-                a[2 * k + 1] = static_cast<float>(std::sin(arg));
-            }
-            gfft(a.data(), n, sign);
-            EXPECT_NEAR(a[2 * m], n, 1e-5 * n) << n;
-            EXPECT_LT(std::hypot(a[2 * m + 2], a[2 * m + 3]), 1e-5 * n) << n;
-        }
-    }
-}
-
 TEST(fft, zeros_behind_the_samples) {
     for (int n : {5, 60, 64, 300, 375, 400, 1024, 2048, 4000, 4093}) {
         for (int used : {1, n / 8, n / 4, n / 4 + 1, n / 3, n / 2, n - 1, n}) {
@@ -137,26 +112,6 @@ TEST(fft, zeros_behind_the_samples) {
             std::vector<float> whole = in;
             gfft(whole.data(), n, +1);
             for (int k = 0; k < 2 * n; k++) ASSERT_NEAR(out[k], whole[k], 2e-7 * n) << n << " " << used;
-        }
-    }
-}
-
-TEST(fft, every_processor) {
-    // The code for processors without AVX2 is not chosen on a machine that has it.
-    for (int n : {2, 7, 12, 20, 60, 64, 100, 225, 300, 300 * 7, 1001, 1024, 1080, 3600}) {
-        const fft_plan &plan = plan_for(n), &columns = column_plan_for(n);
-        std::vector<float> x = noise(2 * n, n), out(2 * n);
-        spectrum sums = direct_transform(x.data(), n);
-        for (int sign : {+1, -1}) {
-            aligned_buffer work(fft_work(n)), column_work(fft_work(8 * n));
-            fft_run_base(plan.schedule, x.data(), n, out.data(), sign > 0, work.data());
-            EXPECT_LT(error_ratio(out.data(), sums, sign), 1) << n;
-            std::vector<float> grid(16 * n, 1.0F);
-            for (int k = 0; k < n; k++)
-                std::copy_n(&x[2 * k], 2, &grid[16 * k + 10]); // the sixth of eight columns
-            fft_columns_base(columns.schedule, grid.data(), 16, sign > 0, column_work.data());
-            for (int k = 0; k < n; k++) std::copy_n(&grid[16 * k + 10], 2, &out[2 * k]);
-            EXPECT_LT(error_ratio(out.data(), sums, sign), 1) << n;
         }
     }
 }
@@ -226,27 +181,6 @@ TEST(fft, sign_zero_of_the_keys_is_plus) {
     cfft(plus.data(), 16, +1);
     cfft(zero.data(), 16, 0);
     EXPECT_EQ(zero, plus);
-}
-
-TEST(fft, two_dimensional) {
-    // A plane wave comes to one sample; signs and the left-out direction independent of each other.
-    const int nx = 24, ny = 20, mx = 5, my = 3;
-    std::vector<float> a(2 * nx * ny);
-    for (int j = 0; j < ny; j++) {
-        for (int i = 0; i < nx; i++) {
-            double arg = 2 * M_PI * (static_cast<double>(mx) * i / nx - static_cast<double>(my) * j / ny);
-            a[2 * (j * nx + i)] = static_cast<float>(std::cos(arg));
-            a[2 * (j * nx + i) + 1] = static_cast<float>(std::sin(arg));
-        }
-    }
-    std::vector<float> same = a;
-    fft2d(same.data(), nx, ny, 0, 0);
-    EXPECT_EQ(same, a);
-    fft2d(a.data(), nx, ny, -1, +1);
-    for (int k = 0; k < nx * ny; k++) {
-        EXPECT_NEAR(a[2 * k], k == my * nx + mx ? nx * ny : 0, 1e-3) << k;
-        EXPECT_NEAR(a[2 * k + 1], 0, 1e-3) << k;
-    }
 }
 
 TEST(fft, same_bits_with_any_number_of_threads) {

@@ -48,28 +48,6 @@ TEST(interp, kernels) {
     EXPECT_FLOAT_EQ(rint(ramp.data(), 0.1F), 25.6F);
 }
 
-TEST(interp, image_values_between_samples) {
-    // Even sizes, an odd one with the tapered kernel, and small ones whose taps reach all around.
-    for (auto [nx, ny] : {std::pair(64, 128), {65, 64}, {33, 48}, {256, 40}}) {
-        for (auto [mx, my] : {std::pair(0.0, 0.0), {5.0, -3.0}, {-7.0, 6.0}}) {
-            floats a = wave(nx, ny, mx, my);
-            for (auto [x, y] :
-                 {std::pair(10.0F, 20.0F), {10.5F, 20.5F}, {1.25F, 1.75F}, {30.9F, 39.6F}, {33.4F, 2.0F}}) {
-                float c[2];
-                imgint(a.data(), nx, ny, x, y, IMGINT_TAPS, c);
-                std::complex<double> want =
-                    std::polar(1.0, 2 * M_PI * (mx * (x - 1) / nx + my * (y - 1) / ny));
-                double error = std::abs(std::complex<double>(c[0], c[1]) - want);
-                // Linear interpolation of the kernel and the corners left out: about a hundredth.
-                EXPECT_LT(error, 0.03) << nx << " " << ny << " " << mx << " " << x << " " << y;
-                if (x == 10 && y == 20) {
-                    EXPECT_LT(error, 1e-5);
-                }
-            }
-        }
-    }
-}
-
 TEST(interp, image_kernel_is_the_told_sum) {
     // A sum over the taps in double precision, with the exact kernel of an odd size and the tapered one of an
     // even size.

@@ -8,8 +8,6 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
-#include <limits>
 #include <numeric>
 #include <vector>
 

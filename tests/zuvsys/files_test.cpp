@@ -83,14 +83,15 @@ TEST(dirutil, kinds_of_paths) {
     test::temp_dir dir;
     write_all(dir.file("plain"), "x");
     mkfifo(dir.file("pipe").c_str(), 0600);
-    EXPECT_EQ(zuvsys_is_file(dir.file("plain").c_str()), 1);
-    EXPECT_EQ(zuvsys_is_file(dir.path().c_str()), 0);
-    EXPECT_EQ(zuvsys_is_file(dir.file("pipe").c_str()), 0);
-    EXPECT_EQ(zuvsys_is_file(dir.file("missing").c_str()), 0);
-    EXPECT_EQ(zuvsys_is_directory(dir.path().c_str()), 1);
-    EXPECT_EQ(zuvsys_is_directory(dir.file("plain").c_str()), 0);
     EXPECT_EQ(zuvsys_mkdir(dir.file("made").c_str()), 0);
-    EXPECT_EQ(zuvsys_is_directory(dir.file("made").c_str()), 1);
+    const struct {
+        const char* name;
+        int file, directory;
+    } paths[] = {{"plain", 1, 0}, {"pipe", 0, 0}, {"missing", 0, 0}, {"made", 0, 1}};
+    for (const auto& p : paths) {
+        EXPECT_EQ(zuvsys_is_file(dir.file(p.name).c_str()), p.file) << p.name;
+        EXPECT_EQ(zuvsys_is_directory(dir.file(p.name).c_str()), p.directory) << p.name;
+    }
     EXPECT_EQ(zuvsys_mkdir(dir.file("made").c_str()), -1);
     EXPECT_EQ(zuvsys_mkdir(dir.file("a/b").c_str()), -1);
 }
@@ -141,10 +142,15 @@ struct broken_system {
     ~broken_system() { safefile_system = kept; }
 };
 
+ssize_t no_room(int, const void*, std::size_t) {
+    return errno = ENOSPC, -1;
+}
+ssize_t half_the_room(int fd, const void* bytes, std::size_t n) {
+    return n > 2 ? write(fd, bytes, n / 2) : no_room(fd, bytes, n);
+}
 int failing_close(int fd) {
     close(fd);
-    errno = EIO;
-    return -1;
+    return errno = EIO, -1;
 }
 
 std::size_t files_in(const test::temp_dir& dir) {
@@ -180,35 +186,12 @@ TEST(safefile, a_failure_leaves_the_old_file_and_no_other) {
     std::string name = dir.file("journal.jou");
     ASSERT_TRUE(write_text_safely(name, "kept"));
     std::vector<std::pair<const char*, void (*)()>> faults = {
-        {"disk full at once",
-         [] {
-             safefile_system.write = [](int, const void*, std::size_t) -> ssize_t {
-                 errno = ENOSPC;
-                 return -1;
-             };
-         }},
-        {"disk full half way",
-         [] {
-             safefile_system.write = [](int fd, const void* bytes, std::size_t n) -> ssize_t {
-                 errno = ENOSPC;
-                 return n > 2 ? write(fd, bytes, n / 2) : -1;
-             };
-         }},
-        {"flush fails",
-         [] {
-             safefile_system.fsync = [](int) {
-                 errno = EIO;
-                 return -1;
-             };
-         }},
+        {"disk full at once", [] { safefile_system.write = no_room; }},
+        {"disk full half way", [] { safefile_system.write = half_the_room; }},
+        {"flush fails", [] { safefile_system.fsync = [](int) { return errno = EIO, -1; }; }},
         {"close fails", [] { safefile_system.close = failing_close; }},
         {"rename fails",
-         [] {
-             safefile_system.rename = [](const char*, const char*) {
-                 errno = EXDEV;
-                 return -1;
-             };
-         }},
+         [] { safefile_system.rename = [](const char*, const char*) { return errno = EXDEV, -1; }; }},
     };
     for (auto& [fault, break_it] : faults) {
         broken_system restored;
