@@ -92,21 +92,9 @@ TEST(kwlist, malformed_items_end_the_count_but_not_a_search) {
         {"type 4", std::string("\x08\x04\x01\x00\x00\x00N\0", 8), 0},
         {"int without name", std::string("\x06\x01\x01\x00\x00\x00", 6), 0},
         {"double shorter than its value", std::string("\x08\x02\x01\x00\x00\x00N\0", 8), 0},
-        {"string longer than its item",
-         std::string("\x08\x03\x06"
-                     "ab\0N\0",
-                     8),
-         0},
-        {"string length negative",
-         std::string("\x08\x03\xFF"
-                     "ab\0N\0",
-                     8),
-         0},
-        {"string length 0",
-         std::string("\x08\x03\x00"
-                     "ab\0N\0",
-                     8),
-         0},
+        {"string longer than its item", std::string("\10\3\6ab\0N\0", 8), 0},
+        {"string length negative", std::string("\10\3\377ab\0N\0", 8), 0},
+        {"string length 0", std::string("\10\3\0ab\0N\0", 8), 0},
         {"runs past the end", "\x18\x01", 0},
     };
     for (const auto& c : cases) {

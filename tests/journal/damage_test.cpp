@@ -12,6 +12,18 @@ namespace norva::test {
 
 namespace {
 
+// A correction of each kind.
+mcfile two_corrections() {
+    mcfile mc;
+    mc.ptr = 1;
+    mc.nrecs = 2;
+    for (int i = 0; i < 2; i++) mc.nf0[i] = 1 + i, mc.nf[i] = 8, mc.nt0[i] = 3, mc.nt[i] = 4;
+    mc.flag[1] = MC_DECIMATE;
+    mc.t[0].assign(std::vector{0.5, -1e300, 3.0, 4.0, 5.25});
+    mc.t[1].assign(std::vector{4.0, 2.0});
+    return mc;
+}
+
 struct damage_test : journal_test {
     // What a loaded journal holds, through every door there is.
     static words contents() {
@@ -28,30 +40,23 @@ struct damage_test : journal_test {
         }
         return all;
     }
+    // The bytes of a journal with the actions of an image and a correction record.
+    static std::string saved() {
+        begin("a.jou;1");
+        ask(record(0, 4));
+        ask({27, 2, 6, 1, 8, 1, 8, 101, 119});
+        ask(record(47, 25));
+        ask(build_mc_record(two_corrections(), 2));
+        ask({93});
+        return read_all("a.jou;1");
+    }
     static bool loads(const std::string& name) { return load(name).size() > 51; }
 };
-
-// A correction of each kind.
-mcfile two_corrections() {
-    mcfile mc;
-    mc.ptr = 1;
-    mc.nrecs = 2;
-    for (int i = 0; i < 2; i++) mc.nf0[i] = 1 + i, mc.nf[i] = 8, mc.nt0[i] = 3, mc.nt[i] = 4;
-    mc.flag[1] = MC_DECIMATE;
-    mc.t[0].assign(std::vector{0.5, -1e300, 3.0, 4.0, 5.25});
-    mc.t[1].assign(std::vector{4.0, 2.0});
-    return mc;
-}
 
 } // namespace
 
 TEST_F(damage_test, EveryTruncationIsRefusedAndChangesNothing) {
-    begin("a.jou;1");
-    ask(record(0, 4));
-    ask({27, 2, 6, 1, 8, 1, 8, 101, 119});
-    ask(build_mc_record(two_corrections(), 2));
-    ask({93});
-    const std::string whole = read_all("a.jou;1");
+    const std::string whole = saved();
 
     begin("kept.jou;1");
     ask(record(0, 4));
@@ -76,13 +81,7 @@ TEST_F(damage_test, EveryTruncationIsRefusedAndChangesNothing) {
 }
 
 TEST_F(damage_test, NoFlippedBitLeadsOutsideTheRecords) {
-    begin("a.jou;1");
-    ask(record(0, 4));
-    ask({27, 2, 6, 1, 8, 1, 8, 101, 119});
-    ask(record(47, 25));
-    ask(build_mc_record(two_corrections(), 2));
-    ask({93});
-    const std::string whole = read_all("a.jou;1");
+    const std::string whole = saved();
     int refused = 0;
     for (std::size_t byte = 0; byte < whole.size(); byte++) {
         if (byte == 8) byte = 200; // the rest of the raw file's name

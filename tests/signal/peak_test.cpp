@@ -73,64 +73,39 @@ TEST(peak, widths) {
     EXPECT_EQ(wr, -1);
 }
 
-TEST(peak, image_maxima_in_falling_order) {
-    const int nx = 12, ny = 9;
-    floats a(nx * ny, 1.0F);
-    auto at = [&](int i, int j) -> float& { return a[(j - 1) * nx + i - 1]; };
-    at(1, 1) = 5;  // corner: its neighbours wrap
-    at(6, 1) = 7;  // first row
-    at(12, 5) = 6; // last column
-    at(6, 5) = 4;  // equal to the next
-    at(9, 7) = 4;
-    at(3, 7) = at(4, 7) = 9; // plateau: no peak
-    std::vector<int> lp(6, -1);
-    int np = -1;
-    peaks(a.data(), nx, ny, 5, 2, lp.data(), &np);
-    auto index = [&](int i, int j) { return (j - 1) * nx + i; };
-    ASSERT_EQ(np, 5);
-    EXPECT_EQ(std::vector<int>(lp.begin(), lp.begin() + 5),
-              (std::vector<int>{index(6, 1), index(12, 5), index(1, 1), index(9, 7), index(6, 5)}));
-    peaks(a.data(), nx, ny, 3, 2, lp.data(), &np);
-    ASSERT_EQ(np, 3);
-    EXPECT_EQ(lp[0], index(6, 1));
-    EXPECT_EQ(lp[2], index(1, 1));
-    peaks(a.data(), nx, ny, 1, 2, lp.data(), &np);
-    EXPECT_EQ(np, 1);
-    EXPECT_EQ(lp[0], index(6, 1));
-    peaks(a.data(), nx, ny, 5, 4, lp.data(), &np); // the threshold itself does not pass
-    EXPECT_EQ(np, 3);
-    at(6, ny) = 7; // now the first row's peak has an equal neighbour across the edge
-    peaks(a.data(), nx, ny, 5, 2, lp.data(), &np);
-    EXPECT_EQ(np, 4);
-    floats flat(nx * ny, 3.0F);
-    peaks(flat.data(), nx, ny, 5, 0, lp.data(), &np);
-    EXPECT_EQ(np, 0);
-    flat[40] = NAN;
-    peaks(flat.data(), nx, ny, 5, 0, lp.data(), &np);
-    EXPECT_EQ(np, 0);
-}
-
-TEST(peak, image_maxima_of_noise) {
-    // Against the definition, on sizes with and without whole vectors.
-    for (auto [nx, ny] : {std::pair(40, 31), {7, 3}, {33, 2}, {1, 9}, {9, 1}}) {
-        floats a = test::noise(nx * ny, nx);
-        std::vector<int> lp(nx * ny + 1), want;
-        int np = 0;
-        peaks(a.data(), nx, ny, nx * ny, 0, lp.data(), &np);
-        for (int j = 0; j < ny; j++) {
-            for (int i = 0; i < nx; i++) {
-                bool top = a[j * nx + i] > 0;
-                for (int dj : {ny - 1, 0, 1}) {
-                    for (int di : {nx - 1, 0, 1}) {
-                        if ((di || dj) && !(a[j * nx + i] > a[(j + dj) % ny * nx + (i + di) % nx]))
-                            top = false;
-                    }
+TEST(peak, image_maxima) {
+    // Against the definition, on sizes with and without whole vectors; noise, and noise in steps of 1/6 with
+    // its plateaus and equal peaks. Neighbours wrap around; of equal peaks the later comes first.
+    for (auto [nx, ny] : {std::pair(40, 31), {7, 3}, {33, 2}, {1, 9}, {9, 1}})
+        for (bool steps : {false, true})
+            for (float least : {0.0F, 0.5F}) { // the threshold itself does not pass
+                floats a = test::noise(nx * ny, nx);
+                for (float& v : a) v = steps ? std::round(v * 6) / 6 : v;
+                std::vector<int> want;
+                for (int k = nx * ny - 1; k >= 0; k--) {
+                    const int i = k % nx, j = k / nx;
+                    bool top = a[k] > least;
+                    for (int dj : {ny - 1, 0, 1})
+                        for (int di : {nx - 1, 0, 1})
+                            if ((di || dj) && !(a[k] > a[(j + dj) % ny * nx + (i + di) % nx])) top = false;
+                    if (top) want.push_back(k + 1);
                 }
-                if (top) want.push_back(j * nx + i + 1);
+                std::stable_sort(want.begin(), want.end(), [&](int p, int q) { return a[p - 1] > a[q - 1]; });
+                for (int most : {nx * ny, 3, 1}) {
+                    std::vector<int> lp(nx * ny + 1);
+                    int np = 0;
+                    peaks(a.data(), nx, ny, most, least, lp.data(), &np);
+                    want.resize(std::min<std::size_t>(want.size(), most));
+                    lp.resize(np);
+                    EXPECT_EQ(lp, want) << nx << " " << ny << " " << steps << " " << least << " " << most;
+                }
             }
-        }
-        std::sort(want.begin(), want.end(), [&](int p, int q) { return a[p - 1] > a[q - 1]; });
-        EXPECT_EQ(std::vector<int>(lp.begin(), lp.begin() + np), want) << nx << " " << ny;
+    floats flat(12 * 9, 3.0F);
+    int np = -1, lp[6];
+    for (float odd : {3.0F, NAN}) {
+        flat[40] = odd;
+        peaks(flat.data(), 12, 9, 5, 0, lp, &np);
+        EXPECT_EQ(np, 0);
     }
 }
 

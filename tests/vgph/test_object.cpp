@@ -7,12 +7,8 @@ using namespace norva;
 
 TEST(vg_object, AttributesHoldTheColourToThePalette) {
     vgobject_ptr obj = vg_new_object();
-    EXPECT_EQ(obj->visible, 1);
-    EXPECT_EQ(obj->color, 1);
     vg_attr_object(*obj, 99, 3, 5);
     EXPECT_EQ(obj->color, 15);
-    EXPECT_EQ(obj->linetype, 3);
-    EXPECT_EQ(obj->linethick, 5);
     vg_attr_object(*obj, -1, 0, 0);
     EXPECT_EQ(obj->color, 0);
 }
