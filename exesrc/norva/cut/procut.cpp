@@ -204,11 +204,17 @@ bool exit_cut(cut_action& run) {
     return true;
 }
 
-bool reentry(cut_action& run) {
-    cutj.jf = cutj.ns = cutj.np = 0;
+// No cut, as before the first one.
+void forget_stored() {
+    cut_state& s = cut();
+    cutj.ns = cutj.np = s.np = s.end = 0;
     cutj.ir.assign(1, -1);
-    cut().np = cut().end = 0;
-    cut().void_step = false;
+    s.void_step = s.given = false;
+}
+
+bool reentry(cut_action& run) {
+    forget_stored();
+    cutj.jf = 0;
     run.own = 0;
     run.put(0);
     run.put(PC_REENTRY);
@@ -227,14 +233,15 @@ bool journal_is_sound() {
 bool init_cut(cut_action& run) {
     cut_state& s = cut();
     const auto words = run.words;
-    if (cutj.jf == 1 && journal_is_sound()) {
-        s.end = cutj.np;
+    if (cutj.jf == 1) {
+        const bool sound = journal_is_sound();
+        s.end = sound ? cutj.np : 0;
         cutj.ns = std::max(cutj.ns, 0);
         cutj.jf = 0;
         s.given = true;
-        if (replay(run, 0, false)) return true;
+        if (sound && replay(run, 0, false)) return true;
+        forget_stored();
     }
-    cutj.jf = 0;
     run.words = words;
     run.fresh = true;
     return run_one(run, true);
