@@ -118,50 +118,6 @@ protected:
     std::map<int, position_state> seen_;
 };
 
-// Decimation in a window that does not start at 1, then narrower windows and corrections in the new samples.
-TEST_F(analysis, with_decimations_in_the_middle) {
-    open("drift.pfx");
-    narrow(5, 24, 3, 20);
-    ASSERT_TRUE(click("Range Prof"));
-    remember();
-    ASSERT_TRUE(click("Rmv Drift"));
-    remember();
-    ASSERT_TRUE(click("DISMISS"));
-    remember();
-    const float f0 = user.f0, bw = user.bw, t0 = user.t0, dwell = user.dwell;
-    decimate(2, 1);
-    EXPECT_EQ(user.nf, 24);
-    EXPECT_EQ(user.nt, 10);
-    remember();
-    decimate(1, 2);
-    EXPECT_EQ(user.nf, 12);
-    remember();
-    // The span stands; the steps have grown.
-    EXPECT_EQ(user.f0, f0);
-    EXPECT_EQ(user.bw, bw);
-    EXPECT_EQ(user.t0, t0);
-    EXPECT_FLOAT_EQ(user.dwell, dwell);
-    EXPECT_FLOAT_EQ(user.df, 8);
-    EXPECT_FLOAT_EQ(user.dt, 0.02f);
-    narrow(6, 10, 4, 9);
-    ASSERT_TRUE(click("Range Prof"));
-    EXPECT_FLOAT_EQ(user.f0, f0 + 8);
-    EXPECT_FLOAT_EQ(user.t0, t0 + 0.02f);
-    remember();
-    xrp_mocomp(0, 1.5);
-    remember();
-    ASSERT_TRUE(click("DISMISS"));
-    remember();
-    ASSERT_TRUE(messages.empty()) << messages[0];
-    expect_every_position();
-
-    ASSERT_TRUE(click("SAVE"));
-    start();
-    open_journal("drift.jou;1");
-    ASSERT_TRUE(messages.empty()) << messages[0];
-    expect_every_position();
-}
-
 // Range, Doppler and decimation steps mixed, in narrowing windows.
 TEST_F(analysis, mixed_steps_of_every_kind) {
     open("drift.pfx");
@@ -216,10 +172,19 @@ TEST_F(analysis, decimation_refused_or_without_effect) {
     narrow(1, 32, 1, 23);
     decimate(1, 1);
     EXPECT_EQ(user.nt, 23);
+    const float f0 = user.f0, bw = user.bw;
     decimate(1, 2);
     EXPECT_EQ(user.nf, 16);
     EXPECT_EQ(user.nt, 20);
     EXPECT_EQ(user.mc.nt[0], 20);
+    // The span stands; the steps have grown, and a later window counts in them.
+    EXPECT_EQ(user.f0, f0);
+    EXPECT_EQ(user.bw, bw);
+    EXPECT_FLOAT_EQ(user.df, 8);
+    narrow(2, 15, 3, 18);
+    ASSERT_TRUE(click("Range Prof"));
+    EXPECT_FLOAT_EQ(user.f0, f0 + 8);
+    EXPECT_FLOAT_EQ(user.t0, 2 * user.dt);
 }
 
 TEST_F(analysis, decimated_to_the_smallest_size) {
@@ -277,13 +242,6 @@ TEST_F(analysis, absurd_values_in_every_field) {
     while ((rpwinon || dpwinon) && click("DISMISS")) {
     }
     EXPECT_EQ(rpwinon + dpwinon, 0);
-}
-
-TEST_F(analysis, steps_back_and_forward_in_the_same_run) {
-    analyse();
-    ASSERT_EQ(eoj, 7);
-    expect_every_position();
-    EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(analysis, saved_and_replayed_in_a_new_run) {

@@ -127,40 +127,6 @@ TEST_F(image_picture_test, peaks_are_spots_at_their_places) {
     EXPECT_EQ(count(BLUE), 0u);
 }
 
-TEST_F(image_picture_test, zoom_goes_in_by_nineteen_levels_and_back) {
-    std::vector<float> a(100 * 100);
-    for (std::size_t i = 0; i < a.size(); i++) a[i] = static_cast<float>(i * 7919 % 101) / 100;
-    show(IMG_COLOR, a, 100, 100, -50, -50);
-    std::vector<std::vector<std::uint32_t>> shown{pixels()};
-    for (int k = 1; k <= 19; k++) {
-        draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, -50 + 2 * k, -50 + k, 49 - 2 * k, 49 - 2 * k);
-        render(IMG_COLOR);
-        EXPECT_EQ(image_limits().x0, -50 + 2 * k);
-        shown.push_back(pixels());
-    }
-    EXPECT_EQ(message, "");
-    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, 0, 0, 1, 1);
-    EXPECT_EQ(message, "Cannot zoom any further!");
-    EXPECT_EQ(xi_picture.izoom, 19);
-    message.clear();
-    for (int k = 18; k >= 0; k--) {
-        draw_vg_img(*disp, IMG_UNZOOM, IMG_COLOR);
-        render(IMG_COLOR);
-        EXPECT_EQ(pixels(), shown[static_cast<std::size_t>(k)]) << k;
-    }
-    EXPECT_EQ(message, "");
-    draw_vg_img(*disp, IMG_UNZOOM, IMG_COLOR);
-    EXPECT_EQ(message, "Cannot unzoom any further!");
-    EXPECT_EQ(xi_picture.izoom, 0);
-    // Odd boxes: outside the image, a single point, no numbers.
-    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, 500, 500, 600, 600);
-    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, 3, 3, 3, 3);
-    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, NAN, 0, 1, INFINITY);
-    render(IMG_COLOR);
-    EXPECT_GT(xi_picture.xy_df.xscale, 0);
-    EXPECT_TRUE(std::isfinite(image_limits().x0));
-}
-
 TEST_F(image_picture_test, a_colour_stands_where_its_sample_is) {
     // Amplitudes that rise with x and y differ everywhere; the largest is not 1.
     std::vector<float> a;
@@ -260,6 +226,12 @@ TEST_F(image_picture_test, odd_data_are_drawn) {
     EXPECT_EQ(at(2, 1), get_img_color(1)) << "what is no number does not scale the rest";
     EXPECT_EQ(at(0.2, 0.2), get_img_color(0));
     EXPECT_EQ(message, "");
+    // Odd boxes: outside the image, a single point, no numbers.
+    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, 500, 500, 600, 600);
+    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, 3, 3, 3, 3);
+    draw_vg_img(*disp, IMG_ZOOM, IMG_COLOR, NAN, 0, 1, INFINITY);
+    EXPECT_GT(xi_picture.xy_df.xscale, 0);
+    EXPECT_TRUE(std::isfinite(image_limits().x0));
     // No data: as before.
     const _vgframe* before = xi_picture.frame.get();
     draw_vg_img(*disp, IMG_NEW, IMG_PEAKS, 0, 0, 1, 1);

@@ -64,17 +64,6 @@ TEST_F(on_screen, line_drawn_through_the_drift_removes_it) {
     expect_at(peak_gate(0, -12, 12), 0.1);
 }
 
-TEST_F(on_screen, overlay_leaves_the_picture_as_it_was) {
-    ASSERT_TRUE(click("Rmv Line"));
-    const QImage before = look();
-    press(at(FIRST_GATE, 0), Qt::LeftButton);
-    for (int i = 0; i < 40; i++) hover(at(-30 + 1.5 * i, 0.02 + 0.014 * i));
-    EXPECT_NE(look(), before);
-    press(at(0, 0.3), Qt::RightButton); // given up
-    EXPECT_EQ(look(), before);
-    EXPECT_EQ(user.mc.ptr, 0);
-}
-
 TEST_F(on_screen, drift_centre_and_ambiguities) {
     ASSERT_TRUE(click("Rmv Drift"));
     const double gate = peak_gate(0, -12, 12);

@@ -1,8 +1,6 @@
 // The Doppler window on real widgets: parameters, corrections by mouse, zoom, the journal, paper.
 #include "screen.h"
 
-#include "app/messages.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -93,30 +91,6 @@ TEST_F(doppler_on_screen, offset_and_rate_are_brought_to_rest_by_mouse) {
     EXPECT_NEAR(direct_peak(40, wdw), 0, 0.1);
 }
 
-TEST_F(doppler_on_screen, zoom_and_back_shows_the_same_picture) {
-    ASSERT_TRUE(click("INITIALIZE"));
-    ASSERT_TRUE(click("Plot"));
-    const QImage whole = look();
-    const std::vector<float> profiles = shown();
-    ASSERT_TRUE(click("Zoom"));
-    ASSERT_TRUE(click("Zoom"));
-    EXPECT_EQ(dp.izoom, 2);
-    EXPECT_NE(look(), whole);
-    EXPECT_FALSE(click("Rmv Drift"));
-    ASSERT_TRUE(click("Unzoom"));
-    ASSERT_TRUE(click("Unzoom"));
-    EXPECT_FALSE(click("Unzoom"));
-    EXPECT_EQ(look(), whole);
-    EXPECT_TRUE(shown() == profiles);
-    int zooms = 0;
-    while (zooms < 20 && click("Zoom")) zooms++;
-    EXPECT_EQ(zooms, 6); // 2^6 = WDW IFACT
-    while (click("Unzoom")) {
-    }
-    EXPECT_EQ(look(), whole);
-    EXPECT_EQ(user.mc.ptr, 0);
-}
-
 TEST_F(doppler_on_screen, journal_by_corner_box_and_keys) {
     const QImage empty = look();
     const QPoint box = {5, 5};
@@ -149,26 +123,6 @@ TEST_F(doppler_on_screen, journal_by_corner_box_and_keys) {
     press(box, Qt::RightButton); // to the start: the main window
     EXPECT_EQ(user.count, 0);
     EXPECT_EQ(dpwinon, 0);
-}
-
-TEST_F(doppler_on_screen, a_message_greys_what_it_holds) {
-    ASSERT_TRUE(click("INITIALIZE"));
-    parameter(0, "512");
-    ASSERT_TRUE(click("INITIALIZE")); // refused: the transform would be too long
-    for (const char* held : {"INITIALIZE", "Rmv Drift", "Center", "Plot", "DISMISS"})
-        EXPECT_FALSE(click(held)) << held;
-    ASSERT_TRUE(click("ACKNOWLEDGE"));
-    EXPECT_FALSE(click("Center")); // there are no profiles
-    parameter(0, "16");
-    ASSERT_TRUE(click("INITIALIZE"));
-    ASSERT_TRUE(click("DISMISS"));
-    // Its button would not be heard while a message is up either.
-    msgwin_show("A message.");
-    turn();
-    EXPECT_FALSE(click("Doppler Prof"));
-    EXPECT_FALSE(click("Decimate"));
-    ASSERT_TRUE(click("ACKNOWLEDGE"));
-    EXPECT_TRUE(click("Doppler Prof"));
 }
 
 TEST_F(doppler_on_screen, saved_and_replayed_to_the_same_picture) {

@@ -2,6 +2,8 @@
 // the same pictures, and the replay without a display.
 #include "screen.h"
 
+#include "journal/listing.h"
+#include "journal/store.h"
 #include "state/defaults.h"
 
 #include <QAction>
@@ -85,34 +87,6 @@ TEST_F(image_on_screen, overlays_leave_the_picture_as_it_was) {
     }
 }
 
-TEST_F(image_on_screen, zoom_box_and_back) {
-    const QImage whole = look();
-    ASSERT_TRUE(click("Zoom"));
-    left(20, 15);
-    hover(at(10, 5));
-    left(2, -5);
-    right(10, 5);
-    EXPECT_NEAR(image_limits().x0, 2, 0.5 + slack());
-    EXPECT_NEAR(image_limits().y1, 15, 0.5 + slack());
-    EXPECT_NE(look(), whole);
-    ASSERT_TRUE(click("Unzoom"));
-    EXPECT_EQ(look(), whole);
-    EXPECT_EQ(ximag_count(), 0);
-}
-
-TEST_F(image_on_screen, centred_scatterer_stands_at_the_origin) {
-    ASSERT_TRUE(click("Center Image"));
-    hover(at(0, 0));
-    right(-13.5, 12.5);
-    EXPECT_EQ(imgwinon, 0);
-    EXPECT_EQ(user.mc.ptr, 1);
-    ASSERT_TRUE(click("Image"));
-    ASSERT_TRUE(click("Peak Parameters"));
-    right(0.5, -0.5);
-    EXPECT_NEAR(xi.pip.xc, 0, 0.1);
-    EXPECT_NEAR(xi.pip.yc, 0, 0.1);
-}
-
 TEST_F(image_on_screen, saved_and_replayed_to_the_same_pictures) {
     remember();
     ASSERT_TRUE(click("Flop (h)"));
@@ -169,6 +143,17 @@ TEST_F(image_on_screen, saved_and_replayed_to_the_same_pictures) {
     filewin_cb(main_window().jfil, 2);
     turn();
     ASSERT_EQ(user.count, 4);
+    std::vector<std::int32_t> list;
+    journal(std::vector<std::int32_t>{JOURNAL_LIST, 1000000}, list);
+    const journal_listing listing = list_journal(list);
+    EXPECT_TRUE(listing.messages.empty());
+    std::size_t found = 0;
+    for (const char* text :
+         {"Flop Image", "Edit", "Change Peak Scaling", "Interpolate", "Peak Parameters", "Center",
+          "Dismiss Image Window (to main window)", "Edit", "Dismiss Image Window (to main window)"}) {
+        found = listing.text.find(text, found + 1);
+        ASSERT_NE(found, std::string::npos) << text << "\n" << listing.text;
+    }
     for (int position : {1, 3}) {
         user.count = position;
         mng_jrnl(nullptr, 0);

@@ -91,25 +91,6 @@ TEST_F(scaling, contours_and_colours_clamp_and_relabel) {
     EXPECT_TRUE(messages.empty()) << messages[0];
 }
 
-TEST_F(scaling, overlays_restore_every_display_type) {
-    open_three();
-    for (const char* style : {"Peaks", "Contours", "Color Intensity"}) {
-        choose_style(style);
-        const std::size_t before = digest();
-        ASSERT_TRUE(click("Zoom"));
-        press(-20, -20);
-        for (int i = 0; i < 30; i++) move(-20 + i, -20 + 1.3 * i);
-        EXPECT_NE(digest(), before) << style;
-        press(0, 0, MIDDLE_BUTTON);
-        EXPECT_EQ(digest(), before) << style;
-        ASSERT_TRUE(click("Center Image"));
-        for (int i = 0; i < 40; i++) move(-31 + 1.5 * i, 30 - 1.5 * i);
-        EXPECT_NE(digest(), before) << style;
-        ASSERT_TRUE(click("Zoom"));
-        EXPECT_EQ(digest(), before) << style;
-    }
-}
-
 TEST_F(scaling, factors_and_axes) {
     open_three();
     const char* const label = "Factor in C/r:";

@@ -2,7 +2,6 @@
 // when it was made.
 #include "image_fixture.h"
 
-#include "journal/listing.h"
 #include "mocomp/polar_keywords.h"
 #include "mocomp/polar_window.h"
 #include "state/write_out.h"
@@ -31,62 +30,6 @@ protected:
         set_field("Diam highest peak:", diam);
         step_field("Scaling of dot:", true);
         ASSERT_TRUE(click("APPLY"));
-    }
-
-    // Two images with 12 steps of all kinds between them; the first ends with a centering.
-    void analyse() {
-        open_three();
-        remember();
-        ASSERT_TRUE(click("Flop (h)"));
-        remember();
-        ASSERT_TRUE(click("Edit Image"));
-        press(-25, -25);
-        press(25, 25);
-        press(0, 0);
-        remember();
-        scale_peaks("40", "0.3", "0.2");
-        remember();
-        ASSERT_TRUE(click("Interpolate"));
-        remember();
-        ASSERT_TRUE(click("Peak Parameters"));
-        press(-10, 5, RIGHT_BUTTON);
-        remember();
-        ASSERT_TRUE(click("Flop (v)"));
-        remember();
-        step_field("Factor in Range:", true);
-        ASSERT_TRUE(click("Interpolate"));
-        remember();
-        ASSERT_TRUE(click("Flop (v)"));
-        ASSERT_TRUE(click("Flop (h)"));
-        remember();
-        ASSERT_TRUE(click("Center Image"));
-        press(10, 5, RIGHT_BUTTON);
-        ASSERT_EQ(imgwinon, 0);
-
-        def.pi_ifx = def.pi_ify = 1;
-        ASSERT_TRUE(click("Image"));
-        remember();
-        scale_peaks("7", "1", "0.05");
-        remember();
-        ASSERT_TRUE(click("Edit Image"));
-        press(-30, -28);
-        press(12, 15);
-        press(0, 0, RIGHT_BUTTON);
-        remember();
-        ASSERT_TRUE(click("DISMISS"));
-        ASSERT_EQ(journal_tags(), (std::vector<int>{0, 28, 27, 28, 27}));
-        ASSERT_TRUE(click("SAVE"));
-    }
-
-    // Forward through the image that is up, to its end.
-    void walk_forward() {
-        expect_as_seen();
-        for (int guard = 0; imgwinon && guard < 30; guard++) {
-            press_control_box(LEFT_BUTTON);
-            // A centering is shown as the image it was made on, with the point marked.
-            if (imgwinon && ximag_action() != "Center Image" && seen_.contains(number())) expect_as_seen();
-        }
-        EXPECT_EQ(imgwinon, 0);
     }
 
     std::map<int, std::size_t> seen_;
@@ -161,49 +104,6 @@ TEST_F(steps, leaving_backwards_keeps_the_steps_and_goes_before_the_image) {
     go_to(1);
     press_control_box(LEFT_BUTTON);
     expect_as_seen();
-    EXPECT_TRUE(messages.empty()) << messages[0];
-}
-
-TEST_F(steps, saved_and_replayed_in_a_new_run) {
-    analyse();
-    start();
-    rec->rasters = true;
-    def.pi_npmx = 3; // whatever the defaults are by now
-    def.pi_diam = 0.3f;
-    def.pi_ifx = def.pi_ify = 4;
-    open_journal("raw.jou;1");
-    ASSERT_TRUE(messages.empty()) << messages[0];
-    ASSERT_EQ(user.count, 4);
-    EXPECT_EQ(imgwinon, 0);
-    go_to(1);
-    walk_forward();
-    EXPECT_EQ(user.count, 2);
-    EXPECT_EQ(user.mc.ptr, 1);
-    const std::vector<float> compensated = samples();
-    go_to(3);
-    EXPECT_TRUE(samples() == compensated);
-    walk_forward();
-    EXPECT_EQ(user.count, 4);
-    // Backwards through everything: each image opens at its start.
-    for (int position = 3; position >= 1; position--) {
-        mng_jrnl(nullptr, 2);
-        rec->run_pending();
-        EXPECT_EQ(user.count, position);
-        EXPECT_EQ(imgwinon, position != 2);
-        if (!imgwinon) continue;
-        expect_as_seen();
-        while (imgwinon && xi.pip.count < 3) {
-            const int before = xi.pip.count;
-            press_control_box(LEFT_BUTTON);
-            if (!imgwinon || xi.pip.count == before) break;
-            expect_as_seen();
-        }
-        if (!imgwinon) go_to(position);
-        while (xi.pip.count > 0) {
-            press_control_box(MIDDLE_BUTTON);
-            expect_as_seen();
-        }
-    }
     EXPECT_TRUE(messages.empty()) << messages[0];
 }
 
@@ -324,24 +224,6 @@ TEST_F(steps, edited_data_are_handed_over_and_the_step_passed) {
     expect_as_seen();
     ASSERT_TRUE(click("DISMISS"));
     EXPECT_TRUE(messages.empty()) << messages[0];
-}
-
-TEST_F(steps, listing_names_the_steps) {
-    analyse();
-    open_journal("raw.jou;1");
-    ASSERT_TRUE(click("See Journal Info"));
-    std::vector<std::int32_t> list;
-    journal(std::vector<std::int32_t>{JOURNAL_LIST, 1000000}, list);
-    const journal_listing listing = list_journal(list);
-    EXPECT_TRUE(listing.messages.empty());
-    std::size_t at = 0;
-    for (const char* text : {"Flop Image", "Edit", "Change Peak Scaling", "Interpolate", "Peak Parameters",
-                             "Center", "Dismiss Image Window (to main window)", "Change Peak Scaling", "Edit",
-                             "Dismiss Image Window (to main window)"}) {
-        at = listing.text.find(text, at);
-        ASSERT_NE(at, std::string::npos) << text << "\n" << listing.text;
-        at++;
-    }
 }
 
 // Whatever is done, gone back over and stored: each step shows what it showed when it was made.

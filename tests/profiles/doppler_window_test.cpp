@@ -330,15 +330,5 @@ TEST_F(doppler_test, a_message_holds_every_control) {
     EXPECT_EQ(dpwinon, 0);
 }
 
-TEST_F(doppler_test, refreshes_reuse_their_memory) {
-    load(16, 300, 1, {{0}});
-    show(32, 4, 1);
-    const float *data = user.dpdata.data(), *cut = dp.rpcut.data(), *cplx = rp.rpdata_cplx.data();
-    for (int tag : {-1, -4, -2}) xdp_cb(nullptr, tag);
-    EXPECT_EQ(data, user.dpdata.data());
-    EXPECT_EQ(cut, dp.rpcut.data());
-    EXPECT_EQ(cplx, rp.rpdata_cplx.data());
-}
-
 } // namespace
 } // namespace norva::test

@@ -21,7 +21,6 @@ TEST(trelva_functions, one_argument) {
     const std::string count = "error: Bad number of arguments.";
     expect_all(context, {
                             {"SIN(1)", "0.8414709848"},
-                            {"cos(0)", "1"},
                             {"TAN(-1)", "-1.557407725"},
                             {"ATAN(1)*4", "3.141592654"},
                             {"EXP(1)", "2.718281828"},
@@ -45,11 +44,10 @@ TEST(trelva_functions, one_argument) {
                             {"SQRT(SEQ(4,-9,1))", "error: SQRT of negitive number."},
                             {"SQRT(NONE)", "[]"},
                             {"SQRT(\"16\")", "4"},
-                            {"EXP(red)", "1"},
-                            {"EXP()", "1"},
                             {"SQRT(4,-1)", "2"}, // the first argument counts
                             {"SIN(1/0)", "error: Divide By Zero Error."},
                         });
+    expect_each(context, "1", {"cos(0)", "EXP(red)", "EXP()"});
     EXPECT_EQ(sp_show(sp_function(context, "SIN", {})), count);
 }
 
@@ -60,16 +58,14 @@ TEST(trelva_functions, two_arguments) {
                             {"ATAN2(-1,0)", "-1.570796327"},
                             {"ATAN2(0,0)", "error: ATAN2 both args zero."},
                             {"ATAN2(SEQ(1,0),SEQ(1,0))", "error: ATAN2 both args zero."},
-                            {"ATAN2(1)", "error: Bad number of arguments."},
-                            {"ATAN2(1,2,3)", "error: Bad number of arguments."},
                             {"POW(2,10)", "1024"},
                             {"POW(SEQ(1,2,3),2)", "[1 4 9]"},
                             {"POW(2,SEQ(1,2,3))", "[2 4 8]"},
                             {"POW(SEQ(1,2,3),SEQ(3,2))", "[1 4]"},
                             {"POW(NONE,2)", "[]"},
                             {"POW(\"3\",\"2\")", "9"},
-                            {"POW(2)", "error: Bad number of arguments."},
                         });
+    expect_each(context, "error: Bad number of arguments.", {"ATAN2(1)", "ATAN2(1,2,3)", "POW(2)"});
 }
 
 TEST(trelva_functions, errors_and_unknown_names) {
@@ -92,18 +88,15 @@ TEST(trelva_functions, numbers_from_many) {
                             {"MAX(3,A,-1)", "50"},
                             {"MIN(2,\"1\")", "1"},
                             {"MAX(-5,red)", "0"}, // a word counts as 0
-                            {"MIN(NONE)", "0"},
                             {"MIN(5,NONE)", "5"},
                             {"MAX(-3)", "-3"},
                             {"SUM(A,1,\"2\")", "153"},
-                            {"SUM(NONE)", "0"},
                             {"AVG(A)", "30"},
                             {"AVG(1,SEQ(2,3))", "2"},
-                            {"AVG(NONE)", "0"},
                             {"NPTS(A,1,red,\"s\")", "8"},
-                            {"NPTS(NONE)", "0"},
                             {"NPTS()", "1"},
                         });
+    expect_each(context, "0", {"MIN(NONE)", "SUM(NONE)", "AVG(NONE)", "NPTS(NONE)"});
     for (const char* name : {"MIN", "MAX", "SUM", "AVG", "NPTS"})
         EXPECT_EQ(sp_show(sp_function(context, name, {})), "0") << name;
 }
@@ -113,21 +106,15 @@ TEST(trelva_functions, making_arrays) {
     expect_all(context, {
                             {"RAMP(5)", "[5]"},
                             {"RAMP(5,-2,3)", "[5 3 1]"},
-                            {"RAMP(0,1,0)", "[]"},
-                            {"RAMP(0,1,-4)", "[]"},
                             {"RAMP(0,1,2.5)", "[0 1 2]"},
                             {"RAMP(0,1,2.4)", "[0 1]"},
                             {"RAMP(1,1,2,9)", "[1 2]"},
-                            {"RAMP()", "[0]"},
                             {"SEQ(1,RAMP(2,1,2),\"4\")", "[1 2 3 4]"},
-                            {"SEQ()", "[0]"},
-                            {"SEQ(NONE)", "[]"},
-                            {"SEQ(red)", "[0]"},
-                            {"RAMP(0,1,1e9)", "error: Array is too large."},
-                            {"RAMP(0,1,1e99)", "error: Array is too large."},
-                            {"RAND(1e9)", "error: Array is too large."},
-                            {"X2DINDX(1e9,1e9)", "error: Array is too large."},
                         });
+    expect_each(context, "[]", {"RAMP(0,1,0)", "RAMP(0,1,-4)", "SEQ(NONE)"});
+    expect_each(context, "[0]", {"RAMP()", "SEQ()", "SEQ(red)"});
+    expect_each(context, "error: Array is too large.",
+                {"RAMP(0,1,1e9)", "RAMP(0,1,1e99)", "RAND(1e9)", "X2DINDX(1e9,1e9)"});
     EXPECT_EQ(sp_show(sp_function(context, "RAMP", {})), "[0]");
     EXPECT_EQ(sp_show(sp_function(context, "SEQ", {})), "[0]");
 }
@@ -156,27 +143,23 @@ TEST(trelva_functions, cutting_arrays) {
                             {"SUBARRAY(A,5,9)", "[50]"},
                             {"SUBARRAY(A,1,5)", "[10 20 30 40 50]"},
                             {"SUBARRAY(A,1,1.4)", "10"},
-                            {"SUBARRAY(A,6)", "error: Index out of bounds."},
                             {"SUBARRAY(A,0)", "error: Bad index argument."},
                             {"SUBARRAY(A,-1)", "error: Bad index argument."},
                             {"SUBARRAY(A,1,0)", "error: Bad count argument."},
                             {"SUBARRAY(A,9,0)", "error: Bad count argument."},
-                            {"SUBARRAY(7)", "7"},
                             {"SUBARRAY(7,1,3)", "[7]"},
-                            {"SUBARRAY(7,2)", "error: Index out of bounds."},
-                            {"SUBARRAY(\"7\")", "7"},
-                            {"SUBARRAY(NONE,1)", "error: Index out of bounds."},
-                            {"SUBARRAY(A,1e99,1e99)", "error: Index out of bounds."},
                             {"CLIPTOP(A,25)", "[10 20 25 25 25]"},
                             {"CLIPBOT(A,25)", "[25 25 30 40 50]"},
                             {"CLIPTOP(7,5)", "5"},
-                            {"CLIPTOP(SEQ(7),9)", "7"},
                             {"CLIPBOT(\"1\",\"2\")", "2"},
                             {"CLIPTOP(NONE,1)", "[]"},
                             {"CLIPTOP(1)", "error: Wrong number of arguments in CLIPTOP."},
                             {"CLIPBOT(1,2,3)", "error: Wrong number of arguments in CLIPBOT."},
                             {"A", "[10 20 30 40 50]"}, // unchanged by all this
                         });
+    expect_each(context, "error: Index out of bounds.",
+                {"SUBARRAY(A,6)", "SUBARRAY(7,2)", "SUBARRAY(NONE,1)", "SUBARRAY(A,1e99,1e99)"});
+    expect_each(context, "7", {"SUBARRAY(7)", "SUBARRAY(\"7\")", "CLIPTOP(SEQ(7),9)"});
     EXPECT_EQ(sp_show(sp_function(context, "SUBARRAY", {})), "error: Bad number of arguments.");
 }
 
@@ -185,27 +168,23 @@ TEST(trelva_functions, masks) {
     expect_all(context, {
                             {"VALIDARRAY(A,M)", "[10 30 40 50]"}, // beyond the mask all stay
                             {"NOTVALIDARRAY(A,M)", "[20]"},       // beyond the mask none
-                            {"VALIDARRAY(SEQ(1,2),SEQ(0,0))", "\"No valid points.\""},
-                            {"NOTVALIDARRAY(SEQ(1,2),SEQ(1,1))", "\"No nonvalid points.\""},
                             {"VALIDARRAY(A,NONE)", "[10 20 30 40 50]"},
-                            {"NOTVALIDARRAY(A,NONE)", "\"No nonvalid points.\""},
-                            {"VALIDARRAY(NONE,M)", "\"No valid points.\""},
                             {"VALIDARRAY(SEQ(5),M)", "[5]"},
                             {"VALIDARRAY(5,M)", "5"},
-                            {"VALIDARRAY(5,SEQ(0,1))", "\"No valid points.\""},
                             {"NOTVALIDARRAY(5,SEQ(0,1))", "5"},
-                            {"NOTVALIDARRAY(5,M)", "\"No nonvalid points.\""},
-                            {"VALIDARRAY(A,1)", "NULL"},
-                            {"VALIDARRAY(5,\"x\")", "NULL"},
-                            {"VALIDARRAY(A,red)", "NULL"},
                             {"VALIDARRAY(A,())", "error: Bad 2nd argument in VALIDARRAY."},
                             {"NOTVALIDARRAY(A,())", "error: Bad 2nd argument in NOTVALIDARRAY."},
                             {"VALIDARRAY(\"x\",M)", "error: Bad 1st argument in VALIDARRAY."},
                             {"NOTVALIDARRAY(red,())", "error: Bad 1st argument in NOTVALIDARRAY."},
-                            {"VALIDARRAY(\"x\",1)", "NULL"},
                             {"VALIDARRAY(A)", "error: Bad number of arguments."},
                             {"NOTVALIDARRAY(A,M,M)", "error: Bad number of arguments."},
                         });
+    expect_each(context, "\"No valid points.\"",
+                {"VALIDARRAY(SEQ(1,2),SEQ(0,0))", "VALIDARRAY(NONE,M)", "VALIDARRAY(5,SEQ(0,1))"});
+    expect_each(context, "\"No nonvalid points.\"",
+                {"NOTVALIDARRAY(SEQ(1,2),SEQ(1,1))", "NOTVALIDARRAY(A,NONE)", "NOTVALIDARRAY(5,M)"});
+    expect_each(context, "NULL",
+                {"VALIDARRAY(A,1)", "VALIDARRAY(5,\"x\")", "VALIDARRAY(A,red)", "VALIDARRAY(\"x\",1)"});
 }
 
 TEST(trelva_functions, order) {
@@ -256,32 +235,28 @@ TEST(trelva_functions, order_agrees_with_exchanging_neighbours) {
 
 TEST(trelva_functions, grids) {
     sp_language context = with_data();
-    expect_all(context,
-               {
-                   {"X2DINDX(3,2)", "[1 2 3 1 2 3]"},
-                   {"Y2DINDX(3,2)", "[1 1 1 2 2 2]"},
-                   {"X2DINDX(1,1)", "[1]"},
-                   {"X2DINDX(2.6,1.4)", "[1 2 3]"},
-                   {"X2DINDX(0,2)", "error: Bad argument in X2DINDX."},
-                   {"Y2DINDX(2,-1)", "error: Bad argument in X2DINDX."},
-                   {"X2DINDX(\"3\",2)", "error: Bad argument in X2DINDX."}, // text is not read here
-                   {"X2DINDX(SEQ(3),2)", "error: Bad argument in X2DINDX."},
-                   {"X2DINDX(3)", "error: Wrong number of arguments in X2DINDX."},
-                   {"Y2DINDX(3)", "error: Wrong number of arguments in X2DINDX."},
-                   {"FIND2DPKS(G,3)", "5"},
-                   {"FIND2DPKS(SEQ(G,1,2),3)", "5"}, // an incomplete row does not count
-                   {"FIND2DPKS(SEQ(G,G,G),3)", "[5 14 23]"},
-                   {"FIND2DPKS(SEQ(0,0,0,0, 0,9,9,0, 0,0,0,0),4)", "error: No peaks found in FIND2DPKS."},
-                   {"FIND2DPKS(SEQ(9,0,0, 0,1,0, 0,0,0),3)", "error: No peaks found in FIND2DPKS."},
-                   {"FIND2DPKS(SEQ(9,9,9, 0,0,0, 9,9,9),3)", "error: No peaks found in FIND2DPKS."},
-                   {"FIND2DPKS(G,2.6)", "5"},
-                   {"FIND2DPKS(G,0)", "error: Bad argument in FIND2DPKS."},
-                   {"FIND2DPKS(G,2)", "error: Not enough data to find peaks in FIND2DPKS."},
-                   {"FIND2DPKS(G,4)", "error: Not enough data to find peaks in FIND2DPKS."},
-                   {"FIND2DPKS(NONE,3)", "error: Not enough data to find peaks in FIND2DPKS."},
-                   {"FIND2DPKS(G,1e99)", "error: Not enough data to find peaks in FIND2DPKS."},
-                   {"FIND2DPKS(G)", "error: Wrong number of arguments in FIND2DPKS."},
-               });
+    expect_all(context, {
+                            {"X2DINDX(3,2)", "[1 2 3 1 2 3]"},
+                            {"Y2DINDX(3,2)", "[1 1 1 2 2 2]"},
+                            {"X2DINDX(1,1)", "[1]"},
+                            {"X2DINDX(2.6,1.4)", "[1 2 3]"},
+                            {"X2DINDX(\"3\",2)", "error: Bad argument in X2DINDX."}, // text is not read here
+                            {"X2DINDX(3)", "error: Wrong number of arguments in X2DINDX."},
+                            {"Y2DINDX(3)", "error: Wrong number of arguments in X2DINDX."},
+                            {"FIND2DPKS(G,3)", "5"},
+                            {"FIND2DPKS(SEQ(G,1,2),3)", "5"}, // an incomplete row does not count
+                            {"FIND2DPKS(SEQ(G,G,G),3)", "[5 14 23]"},
+                            {"FIND2DPKS(G,2.6)", "5"},
+                            {"FIND2DPKS(G,0)", "error: Bad argument in FIND2DPKS."},
+                            {"FIND2DPKS(G)", "error: Wrong number of arguments in FIND2DPKS."},
+                        });
+    expect_each(context, "error: Bad argument in X2DINDX.",
+                {"X2DINDX(0,2)", "Y2DINDX(2,-1)", "X2DINDX(SEQ(3),2)"});
+    expect_each(context, "error: No peaks found in FIND2DPKS.",
+                {"FIND2DPKS(SEQ(0,0,0,0, 0,9,9,0, 0,0,0,0),4)", "FIND2DPKS(SEQ(9,0,0, 0,1,0, 0,0,0),3)",
+                 "FIND2DPKS(SEQ(9,9,9, 0,0,0, 9,9,9),3)"});
+    expect_each(context, "error: Not enough data to find peaks in FIND2DPKS.",
+                {"FIND2DPKS(G,2)", "FIND2DPKS(G,4)", "FIND2DPKS(NONE,3)", "FIND2DPKS(G,1e99)"});
     // Each of the eight neighbours, raised to the peak's height, takes the peak away.
     for (int k = 1; k <= 9; k++) {
         if (k == 5) continue;

@@ -28,6 +28,12 @@ inline void expect_all(sp_language& context, const std::vector<formula_case>& ca
         EXPECT_EQ(shown(context, c.formula), c.shown) << c.formula.substr(0, 200);
 }
 
+// Formulas that all give one value.
+inline void expect_each(sp_language& context, const std::string& value,
+                        const std::vector<std::string>& formulas) {
+    for (const std::string& f : formulas) EXPECT_EQ(shown(context, f), value) << f.substr(0, 200);
+}
+
 inline void run_script(sp_language& context, const std::string& text) {
     std::istringstream script(text);
     s_process(context, script);

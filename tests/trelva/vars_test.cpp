@@ -78,16 +78,6 @@ TEST(trelva_vars, a_flush_keeps_what_the_program_provides_in_order_and_in_place)
     EXPECT_EQ(sp_var_isvar(context, "pi"), 1);
 }
 
-TEST(trelva_vars, errors_gather_as_lines) {
-    sp_language context;
-    EXPECT_EQ(sp_err_get(context), " ");
-    sp_err_add(context, "one");
-    sp_err_add(context, "two");
-    EXPECT_EQ(sp_err_get(context), "one\ntwo\n");
-    sp_err_flush(context);
-    EXPECT_EQ(sp_err_get(context), " ");
-}
-
 TEST(trelva_values, copies_of_an_array_part_when_one_is_written) {
     const double from[] = {1, 2, 3};
     sp_value a = sp_mkarray(sp_cpary(from)), b = a;
