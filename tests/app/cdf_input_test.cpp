@@ -11,7 +11,6 @@ namespace {
 class cdf_input : public test::workstation {
 protected:
     void SetUp() override { start(); }
-    std::string page() { return wi_editpage_getstr(main_window().epg); }
 
     // 16 frequencies, 21 positions; one scatterer, in VV at twice the delay and ten times the amplitude.
     static std::string pattern(const std::string& pole_names, int poles) {
@@ -42,10 +41,6 @@ TEST_F(cdf_input, header_text) {
     test::write_all("a.cdf", pattern("HH VV", 2));
     open("a.cdf");
     EXPECT_TRUE(messages.empty());
-    const auto line = [](std::string label, const std::string& value) {
-        label.resize(50, '.');
-        return label + value + "\n";
-    };
     EXPECT_EQ(page(),
               "File Parameters for CDF file a.cdf\n" + std::string(50, '-') + "\n\n" +
                   line("Data source", "data source") + line("Target type", "target type") +

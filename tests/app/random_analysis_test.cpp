@@ -14,10 +14,8 @@ using test::gate_scene;
 using test::write_gate;
 
 struct position_state {
-    std::vector<float> data;
-    int nf0, nf, nt0, nt, mc_ptr, range, doppler, image;
-    float f0, df, t0, dt;
-    int wdw, ifact, lag; // of the Doppler profiles shown
+    std::vector<float> data, axes; // axes: f0, df, t0, dt
+    std::vector<int> window, doppler;
     bool operator==(const position_state&) const = default;
 };
 
@@ -41,22 +39,11 @@ protected:
 
     static position_state state() {
         const bool profiles = xdp_initialized() && dpwinon;
+        const std::vector<int> parameters = {user.dp_ni, user.dp_ip, user.dp_lag};
         return {samples(),
-                user.nf0,
-                user.nf,
-                user.nt0,
-                user.nt,
-                user.mc.ptr,
-                rpwinon,
-                dpwinon,
-                imgwinon,
-                user.f0,
-                user.df,
-                user.t0,
-                user.dt,
-                profiles ? user.dp_ni : 0,
-                profiles ? user.dp_ip : 0,
-                profiles ? user.dp_lag : 0};
+                {user.f0, user.df, user.t0, user.dt},
+                {user.nf0, user.nf, user.nt0, user.nt, user.mc.ptr, rpwinon, dpwinon, imgwinon},
+                profiles ? parameters : std::vector<int>()};
     }
 
     void narrow_window() {

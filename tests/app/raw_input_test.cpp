@@ -15,7 +15,6 @@ using test::write_gate;
 class raw_input : public test::workstation {
 protected:
     void SetUp() override { start(); }
-    std::string page() { return wi_editpage_getstr(main_window().epg); }
 };
 
 TEST_F(raw_input, header_text_line_by_line) {
@@ -30,10 +29,6 @@ TEST_F(raw_input, header_text_line_by_line) {
     });
     open("a.pfx");
     EXPECT_TRUE(messages.empty());
-    const auto line = [](std::string label, const std::string& value) {
-        label.resize(50, '.');
-        return label + value + "\n";
-    };
     EXPECT_EQ(
         page(),
         "File Parameters for a.pfx\n" + std::string(50, '-') + "\n\n" + line("Data source", "test scene") +

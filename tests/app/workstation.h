@@ -134,6 +134,12 @@ protected:
         mng_jrnl(nullptr, 0);
         rec->run_pending();
     }
+    static std::string page() { return wi_editpage_getstr(main_window().epg); }
+    // A line of the page that tells about a raw file.
+    static std::string line(std::string label, const std::string& value) {
+        label.resize(50, '.');
+        return label + value + "\n";
+    }
     static std::vector<float> copy(const jbuf<float>& block) { return {block.begin(), block.end()}; }
     // The samples in use, without what an earlier and larger window left behind them.
     static std::vector<float> samples() {

@@ -91,26 +91,6 @@ TEST_F(on_screen, drift_centre_and_ambiguities) {
     }
 }
 
-TEST_F(on_screen, corner_box_and_keys_move_through_the_journal) {
-    click("Rmv Drift");
-    const std::vector<float> data = copy(user.pfdata), shown = copy(user.rpdata);
-    const QImage picture = look();
-    const QPoint box = {5, 5};
-    press(box, Qt::MiddleButton); // back
-    EXPECT_EQ(user.count, 1);
-    EXPECT_NE(look(), picture);
-    press(box, Qt::LeftButton); // forward
-    EXPECT_EQ(user.count, 2);
-    EXPECT_TRUE(copy(user.pfdata) == data);
-    EXPECT_TRUE(copy(user.rpdata) == shown);
-    EXPECT_EQ(look(), picture);
-    key(plot(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(user.count, 1);
-    key(plot(), Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(user.count, 2);
-    EXPECT_EQ(look(), picture);
-}
-
 TEST_F(on_screen, saved_and_replayed_to_the_same_picture) {
     click("Rmv Drift");
     ASSERT_TRUE(click("Center"));
@@ -120,9 +100,7 @@ TEST_F(on_screen, saved_and_replayed_to_the_same_picture) {
     click("DISMISS");
     click("SAVE");
 
-    const std::string command =
-        std::string(NORVA_PROGRAM) + " --replay 'drift.jou;1' --out out >replay.txt 2>&1";
-    ASSERT_EQ(std::system(command.c_str()), 0) << test::read_all("replay.txt");
+    replay("drift.jou;1");
     EXPECT_FALSE(std::filesystem::exists("drift.jou;2"));
     EXPECT_FALSE(std::filesystem::exists("norva.mc.sav"));
     const std::string summary = test::read_all("out/summary.txt");

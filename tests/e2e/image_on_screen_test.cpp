@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QMenu>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -127,9 +126,7 @@ TEST_F(image_on_screen, saved_and_replayed_to_the_same_pictures) {
     ASSERT_EQ(user.count, 4);
     ASSERT_TRUE(click("SAVE"));
 
-    const std::string command =
-        std::string(NORVA_PROGRAM) + " --replay 'raw.jou;1' --out out >replay.txt 2>&1";
-    ASSERT_EQ(std::system(command.c_str()), 0) << test::read_all("replay.txt");
+    replay("raw.jou;1");
     for (const char* name : {"step_001", "step_001_01", "step_001_08", "step_003", "step_003_01"}) {
         EXPECT_FALSE(QImage(QString("out/") + name + ".png").isNull()) << name;
         EXPECT_EQ(test::read_all(std::string("out/") + name + ".pdf").substr(0, 5), "%PDF-") << name;

@@ -34,6 +34,7 @@
 #include <gtest/gtest.h>
 
 #include <complex>
+#include <cstdlib>
 #include <memory>
 #include <numbers>
 #include <string>
@@ -152,6 +153,12 @@ protected:
             }
         }
         return best;
+    }
+
+    // The installed program replays a journal into the folder "out".
+    static void replay(const std::string& journal) {
+        const std::string command = NORVA_PROGRAM " --replay '" + journal + "' --out out >replay.txt 2>&1";
+        ASSERT_EQ(std::system(command.c_str()), 0) << read_all("replay.txt");
     }
 
     temp_dir dir;

@@ -24,30 +24,16 @@ struct wide_turntable {
         s.table = {.da = -ksx * 2 * half_turn / s.nt, .de = 0.1, .rc = rc};
         s.points = {{.x = 0, .y = 0}, {.x = far_x * gate, .y = far_y * gate}};
     }
-    record init(double xex = 5, double yex = 4, int itp = 1, formation how = {.ifx = 2, .ify = 2}) const {
+    record plain(formation how = {.ifx = 2, .ify = 2}) const {
         how.ksx = s.table.da > 0 ? -1 : 1;
         how.ksy = s.df > 0 ? 1 : -1;
-        record plain = init_record(scene_data(s), s.nf, s.nt, how);
-        record r;
-        r.words.assign(plain.words.begin(), plain.words.begin() + PI_DATA_WORD);
-        r.words[0] = PI_POLAR;
-        r.i(itp)
-            .f(xex)
-            .f(yex)
-            .f(s.f0)
-            .f(s.df)
-            .f(s.table.rc > 0 ? s.table.rc : 1e6)
-            .f(s.table.da)
-            .f(0)
-            .f(0)
-            .f(s.table.de);
-        r.words.insert(r.words.end(), plain.words.begin() + PI_DATA_WORD, plain.words.end());
-        return r;
+        return init_record(scene_data(s), s.nf, s.nt, how);
     }
-    record plain() const {
-        record r =
-            init_record(scene_data(s), s.nf, s.nt,
-                        {.ksx = s.table.da > 0 ? -1 : 1, .ksy = s.df > 0 ? 1 : -1, .ifx = 2, .ify = 2});
+    record init(double xex = 5, double yex = 4, int itp = 1, formation how = {.ifx = 2, .ify = 2}) const {
+        record r = plain(how), polar = record(itp).f(xex).f(yex).f(s.f0).f(s.df);
+        polar.f(s.table.rc > 0 ? s.table.rc : 1e6).f(s.table.da).f(0).f(0).f(s.table.de);
+        r.words[0] = PI_POLAR;
+        r.words.insert(r.words.begin() + PI_DATA_WORD, polar.words.begin(), polar.words.end());
         return r;
     }
 };

@@ -178,50 +178,6 @@ TEST(image_steps, a_threshold_by_the_noise_and_the_memory_of_an_edit_belong_to_t
     EXPECT_EQ(act(wide_cut).kwr, 0);
 }
 
-void set_cut_journal(std::vector<std::int32_t> ir, int jf) {
-    cutj.ir = std::move(ir);
-    cutj.np = static_cast<int>(cutj.ir.size());
-    cutj.ns = 3;
-    cutj.jf = jf;
-}
-
-record cut_action() {
-    return record(PI_CUT).f(10).f(0.5).f(0).f(0).f(30);
-}
-
-TEST(image_steps, a_cut_journal_comes_back_with_its_step) {
-    act(some_init(1));
-    act(record(PI_FLOP).i(1));
-    act(cut_action());
-    EXPECT_EQ(cutj.isi, 200);
-    EXPECT_EQ(cutj.jf, 0);
-    const std::vector<std::int32_t> first = some_cut_journal(2), second = some_cut_journal(5);
-    set_cut_journal(first, 1);
-    act(record(PI_STORE_CUT));
-    act(record(PI_FLOP).i(2));
-    act(record(PI_PEAK_PARAMETERS).f(1).f(1));
-
-    // Seen again and left as it was: the steps ahead stay.
-    set_cut_journal({-1}, 0);
-    EXPECT_EQ(act(record(PI_STEP).i(-2)).mode, PI_CUT);
-    EXPECT_EQ(cutj.jf, 1);
-    EXPECT_EQ(cutj.ns, 3);
-    EXPECT_EQ(cutj.np, static_cast<int>(first.size()));
-    EXPECT_EQ(cutj.ir, first);
-    cutj.jf = 0;
-    act(record(PI_STORE_CUT));
-    EXPECT_EQ(act(record(PI_STEP).i(2)).mode, PI_PEAK_PARAMETERS);
-
-    // Changed: they go.
-    act(record(PI_STEP).i(-2));
-    set_cut_journal(second, 1);
-    act(record(PI_STORE_CUT));
-    EXPECT_EQ(act(record(PI_STEP).i(1)).message, "***Error 116...Cannot advance any further");
-    act(record(PI_FLOP).i(2));
-    act(record(PI_STEP).i(-1));
-    EXPECT_EQ(cutj.ir, second);
-}
-
 TEST(image_steps, a_replayed_end_closes_the_image) {
     act(some_init(3));
     act(record(PI_FLOP).i(1));

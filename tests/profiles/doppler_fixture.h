@@ -61,14 +61,10 @@ protected:
     double value(int k) { return std::stod(rec.window(field(k)).text); }
     void press_at(double doppler, double time, int button = 0) {
         const _vgdataframe& df = dp.picture.dp_df;
-        const port_point p = vg_to_pixel(*dp.disp, vg_x_loc(df, doppler), vg_y_loc(df, time));
-        rec.press(area(), p.x, p.y, button);
-        rec.release(area(), p.x, p.y, button);
+        press_pixel(area(), vg_to_pixel(*dp.disp, vg_x_loc(df, doppler), vg_y_loc(df, time)), button);
     }
     void press_inches(float x, float y, int button) {
-        const port_point p = vg_to_pixel(*dp.disp, x, y);
-        rec.press(area(), p.x, p.y, button);
-        rec.release(area(), p.x, p.y, button);
+        press_pixel(area(), vg_to_pixel(*dp.disp, x, y), button);
     }
     static std::vector<float> shown() { return {user.dpdata.begin(), user.dpdata.end()}; }
 

@@ -238,12 +238,7 @@ TEST_F(doppler_test, plot_controls) {
     EXPECT_TRUE(rec.visible(plot_top()));
     plotwin_put_times(0.8, plotwin_centre());
     plotwin_cb(plotwin_window(), 12);
-    plotwin_put_times(plotwin_interval(), 1.7);
-    plotwin_cb(plotwin_window(), 6);
     EXPECT_NEAR(dp.picture.etime - dp.picture.stime, 0.8, 1e-4);
-    EXPECT_NEAR(0.5 * (dp.picture.etime + dp.picture.stime), 1.7, 0.026);
-    plotwin_cb(plotwin_window(), 10); // by the default of 0.1
-    EXPECT_NEAR(dp.picture.etime - dp.picture.stime, 0.9, 1e-4);
     const double stime = dp.picture.stime, etime = dp.picture.etime;
 
     // Another scaling recomputes and keeps the span; values are squared.

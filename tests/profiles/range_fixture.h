@@ -128,10 +128,15 @@ protected:
         const _vgdataframe& df = rp.picture.rp_df;
         return vg_to_pixel(*rp.disp, vg_x_loc(df, range), vg_y_loc(df, time));
     }
+    void press_pixel(port_win on, port_point p, int button) {
+        rec.press(on, p.x, p.y, button);
+        rec.release(on, p.x, p.y, button);
+    }
     void press_at(double range, double time, int button = 0) {
-        const port_point p = pixel(range, time);
-        rec.press(area(), p.x, p.y, button);
-        rec.release(area(), p.x, p.y, button);
+        press_pixel(area(), pixel(range, time), button);
+    }
+    void press_inches(float x, float y, int button) {
+        press_pixel(area(), vg_to_pixel(*rp.disp, x, y), button);
     }
     void move_to(double range, double time) {
         const port_point p = pixel(range, time);

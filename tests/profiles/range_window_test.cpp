@@ -133,11 +133,6 @@ TEST_F(range_test, control_box_moves_the_journal) {
     static std::vector<int> moves;
     moves.clear();
     journal_hooks.mng_jrnl = [](wi_obj* wo, int tag) { moves.push_back(wo ? -99 : tag); };
-    const auto press_inches = [&](float x, float y, int button) {
-        const port_point p = vg_to_pixel(*rp.disp, x, y);
-        rec.press(area(), p.x, p.y, button);
-        rec.release(area(), p.x, p.y, button);
-    };
     const float high = rp.disp->ysize - 0.15f;
     for (int button : {0, 1}) press_inches(0.4f, high, button);
     EXPECT_EQ(user.count, 1);

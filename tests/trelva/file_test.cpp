@@ -251,6 +251,7 @@ TEST_F(trelva_files, image_and_vector_files) {
                              {"IMGFILE(\"a.img\",Q,3.2,9)", "[4 1 8 2]"},
                              {"IMGFILE(\"a.img\",DATA,3.5,3.9)", "[3 4 -1 1]"},
                              {"IMGFILE(\"a.img\",PHASE,3,3.4,\"ISLOT=2\")", "[0.5]"},
+                             {"IMGFILE(\"a.img\",DATA,\"ISLOT=2\",\"MAX=2\")", "[-1 0 -1 1]"},
                              {"IMGFILE(\"a.img\",NREC)", "3"},
                              {"IMGFILE(\"a.img\",WAVELENGTH)", "0.25"},
                              {"IMGFILE(\"a.img\",HEADER)", "\"\""},

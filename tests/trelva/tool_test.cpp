@@ -17,8 +17,7 @@ struct outcome {
 
 // Runs the tool in the current folder with the rest of a shell command line.
 outcome trelva(const std::string& rest) {
-    int status =
-        std::system((std::string("\"") + TRELVA_TOOL + "\" " + rest + " >out.txt 2>err.txt").c_str());
+    const int status = std::system(("\"" TRELVA_TOOL "\" " + rest + " >out.txt 2>err.txt").c_str());
     return {WEXITSTATUS(status), read_all("out.txt"), read_all("err.txt")};
 }
 

@@ -1,4 +1,4 @@
-// The variable library: classes, messages, flushing; the shared elements of arrays.
+// The variable library: classes, messages, flushing; the count of live elements.
 #include "show.h"
 #include "trelva/vars.h"
 
@@ -76,18 +76,6 @@ TEST(trelva_vars, a_flush_keeps_what_the_program_provides_in_order_and_in_place)
     sp_var_freelib(context);
     EXPECT_EQ(names(context, SP_ARRAY, 0).size(), 0u);
     EXPECT_EQ(sp_var_isvar(context, "pi"), 1);
-}
-
-TEST(trelva_values, copies_of_an_array_part_when_one_is_written) {
-    const double from[] = {1, 2, 3};
-    sp_value a = sp_mkarray(sp_cpary(from)), b = a;
-    EXPECT_EQ(a.ary.data(), b.ary.data());
-    b.ary.own()[0] = 9;
-    EXPECT_EQ(sp_show(a), "[1 2 3]");
-    EXPECT_EQ(sp_show(b), "[9 2 3]");
-    const double* own = b.ary.data();
-    EXPECT_EQ(b.ary.own().data(), own); // alone: no copy
-    EXPECT_EQ(sp_mkword(std::string(50, 'w')).ename, std::string(32, 'w'));
 }
 
 TEST(trelva_values, live_elements_are_counted) {
