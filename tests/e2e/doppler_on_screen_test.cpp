@@ -2,7 +2,6 @@
 #include "screen.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace norva {
 namespace {

@@ -34,8 +34,6 @@ protected:
         ASSERT_EQ(imgwinon, 1);
     }
 
-    static double slack() { return 1.01 / (frame().xscale * display().xpinch); }
-
     void left(double x, double y) { press(at(x, y), Qt::LeftButton); }
     void middle(double x, double y) { press(at(x, y), Qt::MiddleButton); }
     void right(double x, double y) { press(at(x, y), Qt::RightButton); }
@@ -172,24 +170,6 @@ TEST_F(image_on_screen, saved_and_replayed_to_the_same_pictures) {
         EXPECT_EQ(imgwinon, 0); // its end: the journal has gone on
         EXPECT_EQ(user.count, position + 1);
     }
-}
-
-TEST_F(image_on_screen, a_message_holds_the_window) {
-    const QImage before = look();
-    step(Qt::LeftButton); // nothing to advance to
-    EXPECT_EQ(msgwinon, 1);
-    EXPECT_FALSE(click("Flop (h)"));
-    EXPECT_FALSE(click("DISMISS"));
-    for (Qt::MouseButton which : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
-        step(which);
-        press(at(10, 5), which);
-    }
-    key(plot(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(look(), before);
-    EXPECT_EQ(imgwinon, 1);
-    ASSERT_TRUE(click("ACKNOWLEDGE"));
-    EXPECT_TRUE(click("Flop (h)"));
-    EXPECT_EQ(ximag_count(), 1);
 }
 
 } // namespace

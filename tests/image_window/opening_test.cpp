@@ -149,7 +149,9 @@ TEST_F(opening, a_message_that_is_up_holds_everything) {
     }
     ximag_bttn(ximag_window(), PI_FLOP);
     ximag_fld_cb(nullptr, 12);
+    rec->shortcut(top(), 'Z');
     EXPECT_EQ(digest(), before);
+    EXPECT_EQ(imgwinon, 1);
     EXPECT_EQ(xi.pip.count, 0);
     msgwinon = 0;
     ximag_refresh_controls();
