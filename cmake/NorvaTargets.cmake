@@ -49,8 +49,6 @@ function(norva_test name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE norva_options norva_test_support GTest::gtest)
-  # Much of a test's time in the compiler is its framework.
-  target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h>)
   foreach(below ${ARG_LINKS})
     target_link_libraries(test_${name} PRIVATE norva_${below})
   endforeach()
