@@ -27,17 +27,10 @@ complexd turn(double cycles) {
 // The kernels against remainder, rounding and table look-up written out; ties, borders of a cycle and large
 // phases of both signs are among the phases.
 TEST(polar_sum, uses_the_nearest_entry_and_the_same_bits_everywhere) {
-    std::vector<float> table; // of a whole cycle; the kernels get the first quarter
+    std::vector<float> table;
     for (int k = 0; k <= polar_cycle; k++) {
-        // Mirrored values are the same bits, and zero is zero.
-        const int rest = k % 2000, other = 2000 - rest;
-        const auto cosine = [](int q) {
-            return static_cast<float>(q == 2000 ? 0 : std::cos(2 * std::numbers::pi * q / 8000));
-        };
-        const float c = cosine(rest), s = cosine(other);
-        const float of_quarter[4][2] = {{c, s}, {-s, c}, {-c, -s}, {s, -c}};
-        const float* e = of_quarter[k / 2000 % 4];
-        table.insert(table.end(), {e[0], e[1]});
+        table.push_back(static_cast<float>(std::cos(2 * std::numbers::pi * k / polar_cycle)));
+        table.push_back(static_cast<float>(std::sin(2 * std::numbers::pi * k / polar_cycle)));
     }
     std::mt19937 random(7);
     std::uniform_real_distribution<float> uniform(-1, 1);

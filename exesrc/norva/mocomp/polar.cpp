@@ -18,10 +18,10 @@ namespace {
 
 constexpr int steps_of_a_chunk = 400000; // samples times points that are worth another thread
 
-const float* quarter_table() {
+const float* cycle_table() {
     static const std::vector<float> table = [] {
-        std::vector<float> pairs(2 * polar_entries);
-        for (int k = 0; k < polar_entries; k++) {
+        std::vector<float> pairs(2 * (polar_cycle + 1));
+        for (int k = 0; k <= polar_cycle; k++) {
             const double angle = 2 * std::numbers::pi * k / polar_cycle;
             pairs[2 * k] = static_cast<float>(std::cos(angle));
             pairs[2 * k + 1] = static_cast<float>(std::sin(angle));
@@ -116,7 +116,7 @@ void sum_records(int na, const grid& g, float fc, float c, float* z, Record&& re
         const int n = static_cast<int>(samples.con1.size());
         if (n == 0) continue;
         const polar_record one = {n, samples.con1.data(), samples.re.data(), samples.im.data(),
-                                  quarter_table()};
+                                  cycle_table()};
         const float steepest = *std::ranges::max_element(
             samples.con1, [](float a, float b) { return std::fabs(a) < std::fabs(b); });
         const int rows = std::max(1, steps_of_a_chunk / std::max(1, padded * n));

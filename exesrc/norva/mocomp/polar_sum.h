@@ -5,19 +5,18 @@
 
 namespace norva {
 
-constexpr int polar_cycle = 8000;   // steps of a cycle
-constexpr int polar_entries = 2002; // a quarter, and one entry beyond for phases that round to it
-constexpr int polar_step = 8;       // points are taken eight at a time; rows are padded to whole eights
+constexpr int polar_cycle = 8000; // steps of a cycle
+constexpr int polar_step = 8;     // points are taken eight at a time; rows are padded to whole eights
 
 // Phases (eight-thousandths of a cycle, before the remainder) up to which the kernels reduce exactly.
 constexpr float polar_phase_limit = 1e9F;
 
 struct polar_record {
-    int n;                // samples inside the aperture
-    const float* con1;    // of each, 16000 F / C: the phase of a metre, both ways
-    const float* re;      // weighted samples
-    const float* im;      //
-    const float* quarter; // pairs of cosine and sine of 2 pi k / 8000 for 0 <= k < polar_entries
+    int n;              // samples inside the aperture
+    const float* con1;  // of each, 16000 F / C: the phase of a metre, both ways
+    const float* re;    // weighted samples
+    const float* im;    //
+    const float* cycle; // pairs of cosine and sine of 2 pi k / 8000 for k = 0..8000
 };
 
 // Adds sample times exp(2 pi i A / 8000) to each of n points z (interleaved), sample after sample. A = range
