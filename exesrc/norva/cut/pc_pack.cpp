@@ -1,30 +1,15 @@
 // The window's block into an action record, with the checks that come before the processor.
 #include "cut/pc_apply.h"
 #include "signal/numbers.h"
+#include "state/record_words.h"
 #include "state/user.h"
 #include "zuvsys/strprintf.h"
 
 #include <algorithm>
-#include <bit>
-#include <initializer_list>
 
 namespace norva {
 
 namespace {
-
-struct packer {
-    std::vector<std::int32_t>& words;
-
-    void ints(std::initializer_list<int> values) {
-        for (int v : values) words.push_back(v);
-    }
-    void reals(std::initializer_list<float> values) {
-        for (float v : values) words.push_back(std::bit_cast<std::int32_t>(v));
-    }
-    void reals(std::span<const float> values) {
-        for (float v : values) words.push_back(std::bit_cast<std::int32_t>(v));
-    }
-};
 
 constexpr const char* peak_to_cut =
     "Set a blue crosshair to take a perpendicular cut at peak.  Set a red crosshair to take cut at crosshair "
@@ -80,7 +65,7 @@ void add_edges(const procut_parms& pc, int domain, std::vector<float>& ch) {
     }
 }
 
-std::string pack_spline(const pc_spline* spline, packer& p) {
+std::string pack_spline(const pc_spline* spline, record_packer& p) {
     if (!spline || spline->ph.empty()) return "You must FIT SPLINE first!";
     if (!spline->phase_curve) return "You must use a different TRELVA style!";
     if (spline->breaks.size() > PC_MAX_BREAKS)
@@ -93,7 +78,7 @@ std::string pack_spline(const pc_spline* spline, packer& p) {
 }
 
 // One-dimensional data must fit after the fourfold padding, and a cut into the arrays.
-std::string pack_signal(const procut_parms& pc, bool one_dimensional, packer& p) {
+std::string pack_signal(const procut_parms& pc, bool one_dimensional, record_packer& p) {
     const int most = one_dimensional ? PC_MAX_RAW : PC_MAX_SAMPLES;
     if (pc.n < 1 || pc.n > most || !pc.data)
         return strprintf("Number of samples of a cut must be 1 to %d.", most);
@@ -116,7 +101,7 @@ pc_surroundings pc_surroundings_of_user() {
 
 pc_packed pc_pack(const procut_parms& pc, const pc_session& session, const pc_surroundings& around) {
     pc_packed packed;
-    packer p{packed.record};
+    record_packer p{packed.record};
     auto refused = [](std::string text) { return pc_packed{{}, std::move(text)}; };
     std::vector<float> ch = sorted_crosshairs(pc);
     const auto nch = static_cast<int>(ch.size());

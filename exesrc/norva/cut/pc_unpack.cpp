@@ -1,49 +1,15 @@
 // A result record of the cut processor taken apart.
 #include "cut/pc_apply.h"
 
+#include "state/record_words.h"
+
 #include <algorithm>
-#include <bit>
 
 namespace norva {
 
 namespace {
 
-// Words taken one after another; beyond the end they are 0 and `good` falls.
-struct reader {
-    std::span<const std::int32_t> words;
-    bool good = true;
-
-    int integer() {
-        if (words.empty()) {
-            good = false;
-            return 0;
-        }
-        const int value = words.front();
-        words = words.subspan(1);
-        return value;
-    }
-    float real() { return std::bit_cast<float>(integer()); }
-    std::vector<float> reals(int n) {
-        std::vector<float> values;
-        if (n < 0 || n > std::ssize(words)) {
-            good = false;
-            return values;
-        }
-        values.reserve(n);
-        for (int k = 0; k < n; k++) values.push_back(real());
-        return values;
-    }
-};
-
-std::string message_of(std::span<const std::int32_t> out) {
-    if (out.size() < 2) return {};
-    const auto words = out.subspan(2, std::min<std::size_t>(out.size() - 2, PC_MESSAGE_CHARACTERS / 4));
-    std::string text(reinterpret_cast<const char*>(words.data()), words.size_bytes());
-    text.resize(std::min(text.size(), static_cast<std::size_t>(std::max(out[1], 0))));
-    return text;
-}
-
-void read_curve(reader& in, pc_curve& c) {
+void read_curve(record_reader& in, pc_curve& c) {
     const int n = in.integer();
     c.scale = in.real();
     for (auto* values : {&c.u, &c.a, &c.p, &c.r, &c.q}) *values = in.reals(n);
@@ -62,14 +28,14 @@ int action_words(int action) {
     }
 }
 
-void read_common(reader& in, pc_result& r) {
+void read_common(record_reader& in, pc_result& r) {
     read_curve(in, r.cut);
     read_curve(in, r.transform);
     const auto n = std::min<std::size_t>(in.words.size(), action_words(r.mode));
     r.action.assign(in.words.begin(), in.words.begin() + static_cast<std::ptrdiff_t>(n));
 }
 
-void read_derivative(reader& in, pc_result& r) {
+void read_derivative(record_reader& in, pc_result& r) {
     r.id = in.integer();
     r.kd = in.integer();
     r.kf = in.integer();
@@ -79,7 +45,7 @@ void read_derivative(reader& in, pc_result& r) {
     if (r.kf > 1) r.second = in.reals(nn);
 }
 
-void read_peaks(reader& in, pc_result& r) {
+void read_peaks(record_reader& in, pc_result& r) {
     const int nch = in.integer(), npk = r.mode == PC_PEAKS ? nch : 1;
     for (int k = 0; k < npk && in.good; k++) {
         pc_peak pk;
@@ -91,7 +57,7 @@ void read_peaks(reader& in, pc_result& r) {
     r.crosshairs = in.reals(nch);
 }
 
-void read_spline(reader& in, pc_result& r) {
+void read_spline(record_reader& in, pc_result& r) {
     r.ids = in.integer();
     const int nbp = in.integer(), nph = in.integer();
     r.x1p = in.real();
@@ -100,7 +66,7 @@ void read_spline(reader& in, pc_result& r) {
     r.breaks = in.reals(nbp);
 }
 
-void read_tsa(reader& in, pc_result& r) {
+void read_tsa(record_reader& in, pc_result& r) {
     r.crosshairs = in.reals(2);
     for (float* v : {&r.xj1, &r.xj2, &r.pjp, &r.f1, &r.f2, &r.a1, &r.a2}) *v = in.real();
     in.integer();
@@ -115,11 +81,11 @@ void read_tsa(reader& in, pc_result& r) {
 
 bool pc_unpack(std::span<const std::int32_t> out, pc_result& r) {
     r = {};
-    reader in{out};
+    record_reader in{out};
     r.step = in.integer();
     r.mode = in.integer();
     if (!in.good || r.step < 0) {
-        r.message = message_of(out);
+        r.message = record_message(out, PC_MESSAGE_CHARACTERS);
         return false;
     }
     switch (r.mode) {

@@ -2,35 +2,13 @@
 #include "image/proimag.h"
 #include "mocomp/polar_keywords.h"
 #include "signal/numbers.h"
+#include "state/record_words.h"
 #include "zuvsys/strprintf.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <initializer_list>
 
 namespace norva {
-
-namespace {
-
-struct packer {
-    std::vector<std::int32_t>& words;
-
-    void ints(std::initializer_list<int> values) {
-        for (int v : values) words.push_back(v);
-    }
-    void reals(std::initializer_list<float> values) {
-        for (float v : values) words.push_back(std::bit_cast<std::int32_t>(v));
-    }
-    void data(const float* q, std::size_t n) {
-        const std::size_t at = words.size();
-        words.resize(at + n);
-        std::transform(q, q + n, words.begin() + static_cast<std::ptrdiff_t>(at),
-                       [](float v) { return std::bit_cast<std::int32_t>(v); });
-    }
-};
-
-} // namespace
 
 static pi_packed refuse(std::string text) {
     return {{}, std::move(text), false};
@@ -48,7 +26,7 @@ static bool fits(const proimag_parms& pip) {
 }
 
 // Dots are scaled so that the peak at the high threshold gets the full diameter.
-static bool pack_peak_scaling(const proimag_parms& pip, float hclip, packer& p) {
+static bool pack_peak_scaling(const proimag_parms& pip, float hclip, record_packer& p) {
     const float s = pip.kscl == 1 ? hclip * hclip : pip.kscl == 2 ? hclip : std::sqrt(hclip);
     if (!(s > 0)) return false;
     p.ints({pip.npmx, pip.kscl});
@@ -64,7 +42,7 @@ static std::string cut_refusal(const proimag_parms& pip) {
     return {};
 }
 
-static void pack_data(const proimag_parms& pip, const pi_surroundings& around, packer& p) {
+static void pack_data(const proimag_parms& pip, const pi_surroundings& around, record_packer& p) {
     p.ints({pip.nf, pip.nt, pip.kw, pip.ksx, pip.ksy, pip.ifx, pip.ify, pip.npmx, pip.kscl});
     p.reals({pip.apmn, pip.diam});
     if (pip.mode == PI_POLAR) {
@@ -72,14 +50,15 @@ static void pack_data(const proimag_parms& pip, const pi_surroundings& around, p
         p.ints({k.dtyp + 1});
         p.reals({k.xex, k.yex, around.f0, around.df, k.rc, k.da, k.du, k.sa, k.de});
     }
-    p.data(pip.q, 2 * static_cast<std::size_t>(pip.nf) * static_cast<std::size_t>(pip.nt));
+    p.reals(std::span<const float>(pip.q,
+                                   2 * static_cast<std::size_t>(pip.nf) * static_cast<std::size_t>(pip.nt)));
 }
 
 pi_packed pi_pack(const proimag_parms& pip, const pi_surroundings& around) {
     if (pip.mode != PI_EXPORT && !fits(pip))
         return {{}, "pi_apply.c: Not enough memory for specified image!", true};
     pi_packed packed;
-    packer p{packed.record};
+    record_packer p{packed.record};
     p.ints({pip.mode});
     switch (pip.mode) {
     case PI_INIT:
@@ -116,51 +95,7 @@ pi_packed pi_pack(const proimag_parms& pip, const pi_surroundings& around) {
     return packed;
 }
 
-namespace {
-
-// Words taken one after another; beyond the end they are 0 and `good` falls.
-struct reader {
-    std::span<const std::int32_t> words;
-    bool good = true;
-
-    int integer() {
-        if (words.empty()) {
-            good = false;
-            return 0;
-        }
-        const int value = words.front();
-        words = words.subspan(1);
-        return value;
-    }
-    float real() { return std::bit_cast<float>(integer()); }
-    std::span<const std::int32_t> take(std::int64_t n) {
-        if (n < 0 || n > std::ssize(words)) {
-            good = false;
-            return {};
-        }
-        const auto taken = words.first(static_cast<std::size_t>(n));
-        words = words.subspan(static_cast<std::size_t>(n));
-        return taken;
-    }
-    std::vector<float> reals(std::int64_t n) {
-        const auto taken = take(n);
-        std::vector<float> values(taken.size());
-        std::ranges::transform(taken, values.begin(), [](std::int32_t w) { return std::bit_cast<float>(w); });
-        return values;
-    }
-};
-
-} // namespace
-
-static std::string message_of(std::span<const std::int32_t> out) {
-    if (out.size() < 2) return {};
-    const auto words = out.subspan(2, std::min<std::size_t>(out.size() - 2, PI_MESSAGE_CHARACTERS / 4));
-    std::string text(reinterpret_cast<const char*>(words.data()), words.size_bytes());
-    text.resize(std::min(text.size(), static_cast<std::size_t>(std::max(out[1], 0))));
-    return text;
-}
-
-static void read_grid(reader& in, pi_result& r) {
+static void read_grid(record_reader& in, pi_result& r) {
     r.nx = in.integer();
     r.x1 = in.real();
     r.dx = in.real();
@@ -170,7 +105,7 @@ static void read_grid(reader& in, pi_result& r) {
     r.ascl = in.real();
 }
 
-static void read_status(reader& in, pi_result& r) {
+static void read_status(record_reader& in, pi_result& r) {
     r.kw = in.integer();
     r.ksx = in.integer();
     r.ksy = in.integer();
@@ -181,7 +116,7 @@ static void read_status(reader& in, pi_result& r) {
     r.diam = in.real();
 }
 
-static void read_image(reader& in, pi_result& r) {
+static void read_image(record_reader& in, pi_result& r) {
     r.kw = in.integer();
     r.ifx = in.integer();
     r.ify = in.integer();
@@ -212,11 +147,11 @@ static void read_image(reader& in, pi_result& r) {
 
 bool pi_unpack(std::span<const std::int32_t> out, pi_result& r) {
     r = {};
-    reader in{out};
+    record_reader in{out};
     r.step = in.integer();
     r.mode = in.integer();
     if (!in.good || r.step < 0) {
-        r.message = message_of(out);
+        r.message = record_message(out, PI_MESSAGE_CHARACTERS);
         return false;
     }
     switch (r.mode) {
