@@ -1,4 +1,4 @@
-// Polar formatting: the table's entries, the sums against exact geometry, points brought to their places.
+// Polar formatting: the cycle's entries, the sums against exact geometry, points brought to their places.
 #include "mocomp/polar.h"
 
 #include "polar_sum.h"
@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <complex>
-#include <cstring>
 #include <functional>
 #include <numbers>
 #include <random>
@@ -24,50 +23,85 @@ complexd turn(double cycles) {
     return std::polar(1.0, 2 * std::numbers::pi * (cycles - std::nearbyint(cycles)));
 }
 
-// The kernels against remainder, rounding and table look-up written out; ties, borders of a cycle and large
-// phases of both signs are among the phases.
-TEST(polar_sum, uses_the_nearest_entry_and_the_same_bits_everywhere) {
-    std::vector<float> table;
-    for (int k = 0; k <= polar_cycle; k++) {
-        table.push_back(static_cast<float>(std::cos(2 * std::numbers::pi * k / polar_cycle)));
-        table.push_back(static_cast<float>(std::sin(2 * std::numbers::pi * k / polar_cycle)));
+std::vector<polar_runner> runners() {
+    std::vector<polar_runner> all = {polar_sum_base};
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) all.push_back(polar_sum_avx2);
+#endif
+    return all;
+}
+
+// The table's entry written out: remainder in single precision, nearest step with halves up.
+complexd told_entry(float range, float con1, float con2) {
+    const volatile float product = range * con1; // keeps the two operations apart
+    float a = std::fmod(product - con2, 8000.0F);
+    if (a < 0) a += 8000.0F;
+    return std::polar(1.0, 2 * std::numbers::pi * static_cast<double>(std::lround(a)) / 8000);
+}
+
+// Greatest deviation of the entries that a kernel uses for one sample 1 with each of some ranges.
+double worst_entry(polar_runner run, const std::vector<float>& ranges, float con1, float con2) {
+    const int n = (static_cast<int>(ranges.size()) + polar_step - 1) / polar_step * polar_step;
+    std::vector<float> padded = ranges, z(2 * n);
+    padded.resize(n);
+    const float one = 1, zero = 0;
+    run({1, &con1, &one, &zero}, padded.data(), con2, z.data(), n);
+    double worst = 0;
+    for (int x = 0; x < n; x++)
+        worst =
+            std::max(worst, std::abs(complexd(z[2 * x], z[2 * x + 1]) - told_entry(padded[x], con1, con2)));
+    return worst;
+}
+
+// A step is 8e-4: any other than the told one shows. All whole steps of both signs, ties and their
+// neighbours, and what an addition of 8000 rounds to a tie.
+TEST(polar_sum, uses_the_nearest_entry) {
+    std::vector<float> phases;
+    for (int k = -8200; k <= 8200; k++) {
+        const float tie = static_cast<float>(k) + 0.5F;
+        for (const float p :
+             {static_cast<float>(k), tie, std::nextafter(tie, -1e9F), std::nextafter(tie, 1e9F),
+              tie - 1.0F / 4096, tie - 1.0F / 8192, tie - 3.0F / 8192, tie + 1.0F / 4096})
+            phases.push_back(p);
     }
     std::mt19937 random(7);
     std::uniform_real_distribution<float> uniform(-1, 1);
-    constexpr int n = 48, samples = 300;
-    std::vector<float> con1(samples), re(samples), im(samples), range(n);
-    for (int i = 0; i < samples; i++) {
-        con1[i] = i < 20 ? static_cast<float>(i + 1) : std::exp2(15 * std::fabs(uniform(random)));
-        re[i] = uniform(random);
-        im[i] = uniform(random);
+    for (int i = 0; i < 50000; i++) { // borders of cycles among them
+        const float p = uniform(random) * std::exp2(29.8F * std::fabs(uniform(random)));
+        phases.insert(phases.end(), {p, 8000 * std::round(p / 8000), 4000 * std::round(p / 4000)});
     }
-    const float chosen[] = {0,       0.5F,     1.5F, -0.5F, -1.5F,      3999.5F,   4000,  -4000,
-                            7999.5F, -7999.5F, 8000, -8000, 7999.9995F, -0.00001F, 16000, 12000.25F};
-    for (int i = 0; i < n; i++) range[i] = i < 16 ? chosen[i] : 3000 * uniform(random);
-    for (const float con2 : {0.0F, 1234.5F, -7.5e6F}) {
-        std::vector<float> expected(2 * n, 0.25F);
-        for (int x = 0; x < n; x++) {
-            for (int i = 0; i < samples; i++) {
-                const float product = range[x] * con1[i];
-                const float phase = product - con2;
-                float a = std::fmod(phase, 8000.0F);
-                if (a < 0) a += 8000.0F;
-                const long k = std::lround(a);
-                const float c = table[2 * k], s = table[2 * k + 1];
-                const float cr = c * re[i], si = s * im[i], sr = s * re[i], ci = c * im[i];
-                expected[2 * x] += cr - si;
-                expected[2 * x + 1] += sr + ci;
-            }
+    std::vector<float> ranges(200);
+    for (float& r : ranges) r = 3000 * uniform(random);
+    for (const polar_runner run : runners()) {
+        EXPECT_LT(worst_entry(run, phases, 1, 0), 2e-7);
+        for (int i = 0; i < 100; i++) { // a product that is not rounded before con2 is taken off differs
+            const float con1 = std::exp2(15 * std::fabs(uniform(random)));
+            for (const float con2 : {0.0F, 1234.5F, -7.5e6F, ranges[0] * con1})
+                EXPECT_LT(worst_entry(run, ranges, con1, con2), 2e-7) << con1 << ' ' << con2;
         }
-        const polar_record record = {samples, con1.data(), re.data(), im.data(), table.data()};
-        std::vector<polar_runner> runners = {polar_sum_base};
-#if defined(__x86_64__)
-        if (__builtin_cpu_supports("avx2")) runners.push_back(polar_sum_avx2);
-#endif
-        for (const polar_runner run : runners) {
-            std::vector<float> z(2 * n, 0.25F);
-            run(record, range.data(), con2, z.data(), n);
-            EXPECT_EQ(0, std::memcmp(z.data(), expected.data(), z.size() * sizeof(float))) << con2;
+    }
+}
+
+TEST(polar_sum, adds_every_sample_once) {
+    std::mt19937 random(8);
+    std::uniform_real_distribution<float> uniform(-1, 1);
+    constexpr int n = 48;
+    for (const int samples : {1, 2, 63, 64, 65, 300}) {
+        std::vector<float> con1(samples), re(samples), im(samples), range(n);
+        for (std::vector<float>* v : {&con1, &re, &im, &range})
+            for (float& f : *v) f = uniform(random);
+        for (float& f : con1) f *= 30000;
+        std::vector<complexd> expected(n, {0.25, -0.5});
+        for (int x = 0; x < n; x++)
+            for (int i = 0; i < samples; i++)
+                expected[x] += told_entry(range[x], con1[i], 77) * complexd(re[i], im[i]);
+        for (const polar_runner run : runners()) {
+            std::vector<float> z;
+            for (int x = 0; x < n; x++) z.insert(z.end(), {0.25F, -0.5F});
+            run({samples, con1.data(), re.data(), im.data()}, range.data(), 77, z.data(), n);
+            for (int x = 0; x < n; x++)
+                EXPECT_LT(std::abs(complexd(z[2 * x], z[2 * x + 1]) - expected[x]), 3e-5)
+                    << samples << ' ' << x;
         }
     }
 }

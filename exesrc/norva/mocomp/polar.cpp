@@ -3,37 +3,26 @@
 
 #include "polar_sum.h"
 #include "signal/parallel.h"
+#include "signal/processor.h"
 #include "signal/weight.h"
 #include "state/calls.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numbers>
 #include <vector>
 
 namespace norva {
 namespace {
 
-constexpr int steps_of_a_chunk = 400000; // samples times points that are worth another thread
-
-const float* cycle_table() {
-    static const std::vector<float> table = [] {
-        std::vector<float> pairs(2 * (polar_cycle + 1));
-        for (int k = 0; k <= polar_cycle; k++) {
-            const double angle = 2 * std::numbers::pi * k / polar_cycle;
-            pairs[2 * k] = static_cast<float>(std::cos(angle));
-            pairs[2 * k + 1] = static_cast<float>(std::sin(angle));
-        }
-        return pairs;
-    }();
-    return table.data();
-}
+constexpr int steps_of_a_chunk = 100000; // samples times points that are worth another thread
 
 polar_runner runner_of_this_machine() {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2")) return polar_sum_avx2;
+    if (has_avx2()) return polar_sum_avx2;
 #endif
     return polar_sum_base;
 }
@@ -87,13 +76,6 @@ struct weighted_record {
     }
 };
 
-// Twice the range to the centre, corrected ni - 1 times for the curvature of the wave front: the difference
-// dr of the ranges satisfies dr (dr + 2 rc) = rr.
-float refined(float dr, float rr, float rc2, int ni) {
-    for (int k = 1; k < std::min(ni, 5); k++) dr = rr / (dr + rc2);
-    return dr;
-}
-
 struct grid {
     int nx, ny;
     float dx, dy;
@@ -102,39 +84,54 @@ struct grid {
     float y(int iy) const { return -static_cast<float>(ny / 2) * dy + static_cast<float>(iy) * dy; }
 };
 
-// Sums all records into z. record(j, samples) gives the samples of record j; range(j, x0, y0) the difference
-// of the range to the point and to the centre.
-template <class Record, class Range>
-void sum_records(int na, const grid& g, float fc, float c, float* z, Record&& record, Range&& range) {
+// Differences of the ranges to the points of a row and to the centre: dr in, corrected ni - 1 times for the
+// curvature of the wave front by dr (dr + 2 rc) = rr.
+struct row_of_ranges {
+    std::vector<float> dr, rr;
+
+    void refine(float rc2, int ni) {
+        for (int k = 1; k < std::min(ni, 5); k++)
+            for (std::size_t i = 0; i < dr.size(); i++) dr[i] = rr[i] / (dr[i] + rc2);
+    }
+    // Infinite or no number when one of them is.
+    float farthest() const {
+        std::int32_t bits = 0; // of numbers without sign; they have the order of the numbers
+        for (const float d : dr) bits = std::max(bits, std::bit_cast<std::int32_t>(std::fabs(d)));
+        return std::bit_cast<float>(bits);
+    }
+};
+
+// Sums all records into z. record(j, samples) gives the samples of record j; ranges(x, y0, row) the ranges to
+// the points (x, y0).
+template <class Record, class Ranges>
+void sum_records(int na, const grid& g, float fc, float c, float* z, Record&& record, Ranges&& ranges) {
     std::fill_n(z, 2 * static_cast<std::size_t>(g.nx) * g.ny, 0.0F);
     static const polar_runner near = runner_of_this_machine();
     const int padded = (g.nx + polar_step - 1) / polar_step * polar_step;
+    std::vector<float> x(static_cast<std::size_t>(padded));
+    for (int ix = 0; ix < padded; ix++) x[ix] = g.x(std::min(ix, g.nx - 1));
     weighted_record samples;
     for (int j = 0; j < na; j++) {
         rpt_progress(j + 1, na);
         record(j, samples);
         const int n = static_cast<int>(samples.con1.size());
         if (n == 0) continue;
-        const polar_record one = {n, samples.con1.data(), samples.re.data(), samples.im.data(),
-                                  cycle_table()};
+        const polar_record one = {n, samples.con1.data(), samples.re.data(), samples.im.data()};
         const float steepest = *std::ranges::max_element(
             samples.con1, [](float a, float b) { return std::fabs(a) < std::fabs(b); });
         const int rows = std::max(1, steps_of_a_chunk / std::max(1, padded * n));
         parallel_chunks(g.ny, rows, [&](int first, int last) {
-            std::vector<float> ranges(static_cast<std::size_t>(padded)), row(2 * ranges.size());
+            row_of_ranges row = {x, x};
+            std::vector<float> sums(2 * x.size());
             for (int iy = first; iy < last; iy++) {
                 const float y0 = g.y(iy), con2 = 16000 * fc * y0 / c;
-                float farthest = 0;
-                for (int ix = 0; ix < g.nx; ix++) {
-                    ranges[ix] = range(j, g.x(ix), y0);
-                    farthest = std::fmax(farthest, std::fabs(ranges[ix]));
-                    if (std::isnan(ranges[ix])) farthest = INFINITY;
-                }
-                const bool is_near = farthest * std::fabs(steepest) + std::fabs(con2) < polar_phase_limit;
+                ranges(x, y0, row);
+                const bool is_near =
+                    row.farthest() * std::fabs(steepest) + std::fabs(con2) < polar_phase_limit;
                 float* to = z + 2 * static_cast<std::size_t>(iy) * g.nx;
-                std::copy_n(to, 2 * g.nx, row.begin());
-                (is_near ? near : polar_sum_far)(one, ranges.data(), con2, row.data(), padded);
-                std::copy_n(row.begin(), 2 * g.nx, to);
+                std::copy_n(to, 2 * g.nx, sums.begin());
+                (is_near ? near : polar_sum_far)(one, row.dr.data(), con2, sums.data(), padded);
+                std::copy_n(sums.begin(), 2 * g.nx, to);
             }
         });
     }
@@ -153,10 +150,16 @@ void polarfor1(const float* s, int nf, int na, float f1, float df, float rc, flo
         cth = static_cast<float>(std::cos(th));
         samples.take(s + 2 * static_cast<std::size_t>(j) * nf, nf, f1, df, c, sth, cth, a);
     };
-    sum_records(na, {nx, ny, dx, dy}, a.centre, c, z, record, [&](int, float x0, float y0) {
-        const float dr = cde * (cth * y0 - sth * x0);
-        return refined(dr, rc2 * dr + x0 * x0 + y0 * y0, rc2, ni);
-    });
+    const auto ranges = [&](const std::vector<float>& x, float y0, row_of_ranges& row) {
+        const float sine = sth, along = cth * y0;
+        for (std::size_t i = 0; i < x.size(); i++) {
+            const float x0 = x[i], dr = cde * (along - sine * x0);
+            row.dr[i] = dr;
+            row.rr[i] = rc2 * dr + x0 * x0 + y0 * y0;
+        }
+        row.refine(rc2, ni);
+    };
+    sum_records(na, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
 }
 
 void polarfor2(const float* s, int nf, int nt, float f1, float df, float rc, float du, float sa, int nx,
@@ -171,11 +174,17 @@ void polarfor2(const float* s, int nf, int nt, float f1, float df, float rc, flo
         samples.take(s + 2 * static_cast<std::size_t>(j) * nf, nf, f1, df, c,
                      static_cast<float>(std::sin(m * da)), static_cast<float>(std::cos(m * da)), a);
     };
-    sum_records(nt, {nx, ny, dx, dy}, a.centre, c, z, record, [&](int, float x0, float y0) {
-        const float dr = y0 - us;
-        const float rr = rc2 * dr - 2 * (x0 * uc + y0 * us) + x0 * x0 + y0 * y0 + (us * us + uc * uc);
-        return refined(dr, rr, rc2, ni) + rc;
-    });
+    const auto ranges = [&](const std::vector<float>& x, float y0, row_of_ranges& row) {
+        const float dr = y0 - us, u = us, v = uc;
+        for (std::size_t i = 0; i < x.size(); i++) {
+            const float x0 = x[i];
+            row.dr[i] = dr;
+            row.rr[i] = rc2 * dr - 2 * (x0 * v + y0 * u) + x0 * x0 + y0 * y0 + (u * u + v * v);
+        }
+        row.refine(rc2, ni);
+        for (float& d : row.dr) d += rc;
+    };
+    sum_records(nt, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
 }
 
 } // namespace norva

@@ -1,4 +1,4 @@
-// For processors with AVX2; CMakeLists.txt has the compiler options.
+// For processors with AVX2 and fused multiply-add; CMakeLists.txt has the compiler options.
 #include "polar_sum_kernel.h"
 
 namespace norva {
