@@ -13,12 +13,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 namespace norva {
 namespace {
 
-constexpr int steps_of_a_chunk = 100000; // samples times points that are worth another thread
+// Samples times points that are worth another thread, and those between two reports of progress, a tenth of a
+// second: as much work in one loop as that allows, for a helper whose core is busy needs time to begin.
+constexpr double steps_of_a_chunk = 1e5, steps_of_a_loop = 2e8;
 
 polar_runner runner_of_this_machine() {
 #if defined(__x86_64__)
@@ -58,8 +61,10 @@ aperture aperture_of(int nf, int na, float f1, float df, float da) {
 // The samples of one record that lie inside the aperture, weighted.
 struct weighted_record {
     std::vector<float> con1, re, im;
+    float steepest = 0; // largest of con1, without sign
 
     void take(const float* s, int nf, float f1, float df, float c, float sth, float cth, const aperture& a) {
+        steepest = 0;
         con1.clear();
         re.clear();
         im.clear();
@@ -70,10 +75,12 @@ struct weighted_record {
             if (!(dsq < 1)) continue;
             const float w = f / a.centre * cirwght(dsq);
             con1.push_back(16000 * f / c);
+            steepest = std::max(steepest, std::fabs(con1.back()));
             re.push_back(w * s[2 * i]);
             im.push_back(w * s[2 * i + 1]);
         }
     }
+    int n() const { return static_cast<int>(con1.size()); }
 };
 
 struct grid {
@@ -101,36 +108,41 @@ struct row_of_ranges {
     }
 };
 
-// Sums all records into z. record(j, samples) gives the samples of record j; ranges(x, y0, row) the ranges to
-// the points (x, y0).
+// Sums all records into z. record(j, samples) gives the samples of record j; ranges(j, x, y0, row) the ranges
+// to the points (x, y0).
 template <class Record, class Ranges>
-void sum_records(int na, const grid& g, float fc, float c, float* z, Record&& record, Ranges&& ranges) {
+void sum_records(int na, int nf, const grid& g, float fc, float c, float* z, Record&& record,
+                 Ranges&& ranges) {
     std::fill_n(z, 2 * static_cast<std::size_t>(g.nx) * g.ny, 0.0F);
     static const polar_runner near = runner_of_this_machine();
     const int padded = (g.nx + polar_step - 1) / polar_step * polar_step;
     std::vector<float> x(static_cast<std::size_t>(padded));
     for (int ix = 0; ix < padded; ix++) x[ix] = g.x(std::min(ix, g.nx - 1));
-    weighted_record samples;
-    for (int j = 0; j < na; j++) {
-        rpt_progress(j + 1, na);
-        record(j, samples);
-        const int n = static_cast<int>(samples.con1.size());
-        if (n == 0) continue;
-        const polar_record one = {n, samples.con1.data(), samples.re.data(), samples.im.data()};
-        const float steepest = *std::ranges::max_element(
-            samples.con1, [](float a, float b) { return std::fabs(a) < std::fabs(b); });
-        const int rows = std::max(1, steps_of_a_chunk / std::max(1, padded * n));
+    const double row_steps = std::max(1.0, static_cast<double>(padded) * nf);
+    const int together = static_cast<int>(std::clamp(steps_of_a_loop / (row_steps * g.ny), 1.0, 16.0));
+    const int rows = static_cast<int>(std::clamp(steps_of_a_chunk / (row_steps * together), 1.0, 1e5));
+    std::vector<weighted_record> samples(static_cast<std::size_t>(together));
+    for (int begin = 0; begin < na; begin += together) {
+        const int end = std::min(begin + together, na);
+        for (int j = begin; j < end; j++) {
+            rpt_progress(j + 1, na);
+            record(j, samples[j - begin]);
+        }
         parallel_chunks(g.ny, rows, [&](int first, int last) {
             row_of_ranges row = {x, x};
             std::vector<float> sums(2 * x.size());
             for (int iy = first; iy < last; iy++) {
                 const float y0 = g.y(iy), con2 = 16000 * fc * y0 / c;
-                ranges(x, y0, row);
-                const bool is_near =
-                    row.farthest() * std::fabs(steepest) + std::fabs(con2) < polar_phase_limit;
                 float* to = z + 2 * static_cast<std::size_t>(iy) * g.nx;
                 std::copy_n(to, 2 * g.nx, sums.begin());
-                (is_near ? near : polar_sum_far)(one, row.dr.data(), con2, sums.data(), padded);
+                for (int j = begin; j < end; j++) {
+                    const weighted_record& w = samples[j - begin];
+                    if (w.n() == 0) continue;
+                    ranges(j, x, y0, row);
+                    const bool is_near = row.farthest() * w.steepest + std::fabs(con2) < polar_phase_limit;
+                    (is_near ? near : polar_sum_far)({w.n(), w.con1.data(), w.re.data(), w.im.data()},
+                                                     row.dr.data(), con2, sums.data(), padded);
+                }
                 std::copy_n(sums.begin(), 2 * g.nx, to);
             }
         });
@@ -143,48 +155,47 @@ void polarfor1(const float* s, int nf, int na, float f1, float df, float rc, flo
                int ny, float dx, float dy, int ni, float c, float* z) {
     const aperture a = aperture_of(nf, na, f1, df, da);
     const float rc2 = 2 * rc, cde = std::cos(de);
-    float sth = 0, cth = 1;
-    const auto record = [&](int j, weighted_record& samples) {
+    const auto direction = [&](int j) {
         const double th = (j + 1 - 0.5 * (na + 1)) * da;
-        sth = static_cast<float>(std::sin(th));
-        cth = static_cast<float>(std::cos(th));
+        return std::pair(static_cast<float>(std::sin(th)), static_cast<float>(std::cos(th)));
+    };
+    const auto record = [&](int j, weighted_record& samples) {
+        const auto [sth, cth] = direction(j);
         samples.take(s + 2 * static_cast<std::size_t>(j) * nf, nf, f1, df, c, sth, cth, a);
     };
-    const auto ranges = [&](const std::vector<float>& x, float y0, row_of_ranges& row) {
-        const float sine = sth, along = cth * y0;
+    const auto ranges = [&](int j, const std::vector<float>& x, float y0, row_of_ranges& row) {
+        const auto [sth, cth] = direction(j);
         for (std::size_t i = 0; i < x.size(); i++) {
-            const float x0 = x[i], dr = cde * (along - sine * x0);
+            const float x0 = x[i], dr = cde * (cth * y0 - sth * x0);
             row.dr[i] = dr;
             row.rr[i] = rc2 * dr + x0 * x0 + y0 * y0;
         }
         row.refine(rc2, ni);
     };
-    sum_records(na, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
+    sum_records(na, nf, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
 }
 
 void polarfor2(const float* s, int nf, int nt, float f1, float df, float rc, float du, float sa, int nx,
                int ny, float dx, float dy, int ni, float c, float* z) {
     const float along = std::sin(sa) * du, across = std::cos(sa) * du, da = across / rc, rc2 = 2 * rc;
     const aperture a = aperture_of(nf, nt, f1, df, da);
-    float us = 0, uc = 0;
     const auto record = [&](int j, weighted_record& samples) {
-        const double m = j + 1 - 0.5 * (nt + 1);
-        us = static_cast<float>(m * along);
-        uc = static_cast<float>(m * across);
+        const double th = (j + 1 - 0.5 * (nt + 1)) * da;
         samples.take(s + 2 * static_cast<std::size_t>(j) * nf, nf, f1, df, c,
-                     static_cast<float>(std::sin(m * da)), static_cast<float>(std::cos(m * da)), a);
+                     static_cast<float>(std::sin(th)), static_cast<float>(std::cos(th)), a);
     };
-    const auto ranges = [&](const std::vector<float>& x, float y0, row_of_ranges& row) {
-        const float dr = y0 - us, u = us, v = uc;
+    const auto ranges = [&](int j, const std::vector<float>& x, float y0, row_of_ranges& row) {
+        const double m = j + 1 - 0.5 * (nt + 1);
+        const float us = static_cast<float>(m * along), uc = static_cast<float>(m * across), dr = y0 - us;
         for (std::size_t i = 0; i < x.size(); i++) {
             const float x0 = x[i];
             row.dr[i] = dr;
-            row.rr[i] = rc2 * dr - 2 * (x0 * v + y0 * u) + x0 * x0 + y0 * y0 + (u * u + v * v);
+            row.rr[i] = rc2 * dr - 2 * (x0 * uc + y0 * us) + x0 * x0 + y0 * y0 + (us * us + uc * uc);
         }
         row.refine(rc2, ni);
         for (float& d : row.dr) d += rc;
     };
-    sum_records(nt, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
+    sum_records(nt, nf, {nx, ny, dx, dy}, a.centre, c, z, record, ranges);
 }
 
 } // namespace norva
