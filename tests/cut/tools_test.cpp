@@ -72,6 +72,53 @@ TEST(curve, phases_of_weak_samples_lie_on_lines) {
     EXPECT_EQ(ph, std::vector<float>(n, 0.0F));
 }
 
+// Steps of any size, and from no weak samples over runs and single ones to nothing but weak ones.
+TEST(curve, phases_follow_the_strong_samples_one_by_one) {
+    for (int n : {1, 2, 7, 8, 33, 64, 1001}) {
+        for (double part_weak : {0.0, 0.02, 0.5, 0.98, 1.0}) {
+            const std::vector<float> random = noise(3 * n, static_cast<unsigned>(n));
+            std::vector<float> x(2 * n), am(n), ph(n);
+            std::vector<int> strong;
+            for (int k = 0; k < n; k++) {
+                const bool weak = 0.5 * (random[k] + 1) < part_weak;
+                const auto v = std::polar(weak ? 1e-4 : 1 + 0.5 * random[n + k], M_PI * random[2 * n + k]);
+                x[2 * k] = static_cast<float>(v.real());
+                x[2 * k + 1] = static_cast<float>(v.imag());
+                if (!weak) strong.push_back(k);
+            }
+            if (strong.empty()) x[0] = 1, x[1] = 0, strong.assign(1, 0);
+            amphs(x.data(), n, 1, am.data(), ph.data());
+            std::vector<double> want(strong.size());
+            double before = 0;
+            for (std::size_t j = 0; j < strong.size(); j++) {
+                const int k = strong[j];
+                const double cycles = std::atan2(x[2 * k + 1], x[2 * k]) / (2 * M_PI);
+                before += std::remainder(cycles - before, 1.0);
+                want[j] = before;
+            }
+            for (int k = 0; k < n; k++) {
+                // The strong samples on both sides, or the nearest two on one.
+                const auto next = std::lower_bound(strong.begin(), strong.end(), k) - strong.begin();
+                const auto last = std::ssize(strong) - 1;
+                const auto a = std::clamp<std::ptrdiff_t>(next - 1, 0, std::max<std::ptrdiff_t>(last - 1, 0));
+                const auto b = std::min(a + 1, last);
+                const double slope = b > a ? (want[b] - want[a]) / (strong[b] - strong[a]) : 0;
+                const double tolerance = 2e-5 * (1 + std::fabs(want[a]) + std::fabs((k - strong[a]) * slope));
+                EXPECT_NEAR(ph[k], want[a] + (k - strong[a]) * slope, tolerance) << n << ' ' << k;
+            }
+        }
+    }
+}
+
+TEST(curve, amplitudes_brought_to_a_level) {
+    for (float size : {1e-36F, 1.0F, 1e36F}) {
+        std::vector<float> x = {3 * size, 4 * size, 0, 0, 0, -size}, w = {1, 2, 0.5F};
+        equalize(x.data(), w.data(), 3, scale_of(x.data(), 3), 10);
+        const std::vector<float> want = {6, 8, 0, 0, 0, -5};
+        for (int k = 0; k < 6; k++) EXPECT_NEAR(x[k], want[k], 1e-5) << size;
+    }
+}
+
 TEST(curve, scale_survives_all_magnitudes) {
     for (float size : {1e-40F, 1e-30F, 1.0F, 1e30F, 3e38F}) {
         std::vector<float> x = {0, 0, 0.6F * size, 0.8F * size, -0.1F * size, 0};
@@ -114,12 +161,15 @@ TEST(curve, every_processor_gives_the_same_bits) {
     const std::vector<float> x = noise(2 * n, 8);
     std::vector<std::vector<float>> results;
     for (const angle_kernels* of : {&angle_kernels_base, &angle_kernels_avx2}) {
-        std::vector<float> r(8 * n), turned = x;
+        std::vector<float> r(10 * n), turned = x, level = x;
         float* at = r.data();
         of->parts(x.data(), n, 1, 0.7F, -1, at, at + n, at + 2 * n, at + 3 * n);
-        of->cartesian(at, at + n, n, -1, at + 4 * n);
+        of->unwrap(at + n, n, {0.2F, 3});
+        of->cartesian(at, at + n, n, 3.1F, -1, at + 4 * n);
         of->turn(turned.data(), n, 1, at + n);
         std::copy(turned.begin(), turned.end(), at + 6 * n);
+        of->equalize(level.data(), at, n, 2, 0.3F);
+        std::copy(level.begin(), level.end(), at + 8 * n);
         results.push_back(r);
     }
     EXPECT_EQ(results[0], results[1]);

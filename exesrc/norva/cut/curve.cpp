@@ -8,11 +8,25 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <complex>
 #include <cstdint>
 #include <limits>
 #include <numbers>
+#include <vector>
 
 namespace norva {
+
+const angle_kernels& kernels_of_this_machine() {
+#if defined(__x86_64__)
+    if (has_avx2()) return angle_kernels_avx2;
+#endif
+    return angle_kernels_base;
+}
+
+static const angle_kernels& kernels() {
+    static const angle_kernels& k = kernels_of_this_machine();
+    return k;
+}
 
 namespace {
 
@@ -31,37 +45,19 @@ void fill_between(float* ph, int a, int b) {
 
 // Unwraps the phases of the samples above the level and lays all others on lines between them.
 void join_phases(const float* am, float level, int n, float* ph) {
+    const angle_kernels& of = kernels();
     int first = -1, second = -1, before = -1, last = -1; // samples with a phase: the first two, the last two
-    int wraps = 0;
-    float raw = 0;
-    // Samples from..to-1. Whole cycles are counted without a branch: where they come nobody can foretell.
-    auto unwrap_run = [&](int from, int to) {
-        std::array<float, 257> before_run;
-        std::array<int, 256> turns;
-        for (; from < to; from += static_cast<int>(turns.size())) {
-            const int length = std::min(to - from, static_cast<int>(turns.size()));
-            before_run[0] = raw;
-            std::copy_n(ph + from, length, before_run.begin() + 1);
-            raw = before_run[length];
-            for (int k = 0; k < length; k++) {
-                const float step = before_run[k + 1] - before_run[k];
-                turns[k] = static_cast<int>(step < -0.5F) - static_cast<int>(step > 0.5F);
-            }
-            for (int k = 0; k < length; k++) turns[k] = wraps += turns[k];
-            for (int k = 0; k < length; k++) ph[from + k] += static_cast<float>(turns[k]);
-        }
-    };
-    for (int k = 0; k < n; k++) {
-        if (!(am[k] > level)) continue;
-        const int run = k; // of samples that all have a phase
-        while (k + 1 < n && am[k + 1] > level) k++;
-        unwrap_run(run, k + 1);
-        if (last >= 0 && last < run - 1) fill_between(ph, last, run);
+    unwrapping so_far = {0, 0};
+    for (int run = 0, end = 0; run < n; run = end) {
+        end = of.end_of_run(am, run, n, level);
+        if (!(am[run] > level)) continue;
+        so_far = of.unwrap(ph + run, end - run, so_far);
+        if (last >= 0) fill_between(ph, last, run);
         if (second < 0 && first >= 0) second = run;
         if (first < 0) first = run;
-        if (second < 0 && k > first) second = first + 1;
-        before = k > run ? k - 1 : last;
-        last = k;
+        if (second < 0 && end - 1 > first) second = first + 1;
+        before = end - 1 > run ? end - 2 : last;
+        last = end - 1;
     }
     if (first < 0) {
         std::fill_n(ph, n, 0.0F);
@@ -75,26 +71,16 @@ void join_phases(const float* am, float level, int n, float* ph) {
 
 } // namespace
 
-const angle_kernels& kernels_of_this_machine() {
-#if defined(__x86_64__)
-    if (has_avx2()) return angle_kernels_avx2;
-#endif
-    return angle_kernels_base;
-}
-
-static const angle_kernels& kernels() {
-    static const angle_kernels& k = kernels_of_this_machine();
-    return k;
-}
-
 curve_scale scale_of(const float* x, int n) {
-    const angle_kernels& of = kernels();
-    const std::int32_t bits = of.largest_bits(x, 2 * n);
+    curve_extent largest = kernels().extent(x, n, 1);
     curve_scale s;
-    s.amplitude = std::bit_cast<float>(std::min(bits, INFINITE_BITS));
-    if (bits == 0 || bits >= INFINITE_BITS) return s;
-    s.range = s.amplitude < SMALL ? FAR : s.amplitude > LARGE ? 1 / FAR : 1.0F;
-    const float amplitude = std::sqrt(std::bit_cast<float>(of.largest_power(x, n, s.range)));
+    s.amplitude = std::bit_cast<float>(std::min<std::int32_t>(largest.part, INFINITE_BITS));
+    if (largest.part == 0 || largest.part >= INFINITE_BITS) return s;
+    if (s.amplitude < SMALL || s.amplitude > LARGE) {
+        s.range = s.amplitude < SMALL ? FAR : 1 / FAR;
+        largest = kernels().extent(x, n, s.range);
+    }
+    const float amplitude = std::sqrt(std::bit_cast<float>(largest.power));
     s.unit = 1 / amplitude;
     s.amplitude = std::min(amplitude / s.range, std::numeric_limits<float>::max());
     return s;
@@ -106,50 +92,62 @@ void ampscl(float* x, int n, float* scale) {
     if (s.amplitude > 0 && std::isfinite(s.amplitude)) kernels().multiply(x, 2 * n, s.range, s.unit);
 }
 
-void curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
-                 float* im) {
-    kernels().parts(x, n, scale.range, scale.unit, ks < 0 ? -1.0F : 1.0F, am, ph, re, im);
-    join_phases(am, AMPHS_LEVEL * std::bit_cast<float>(kernels().largest_bits(am, n)), n, ph);
+int curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
+                float* im) {
+    const float sign = ks < 0 ? -1.0F : 1.0F;
+    const float peak =
+        std::bit_cast<float>(kernels().parts(x, n, scale.range, scale.unit, sign, am, ph, re, im));
+    join_phases(am, AMPHS_LEVEL * peak, n, ph);
+    return kernels().place(am, n, peak);
 }
 
-void amplitudes(const float* x, int n, float* am) {
-    kernels().amplitudes(x, n, am);
+void amplitudes(const float* x, int n, const curve_scale& scale, float* am) {
+    kernels().amplitudes(x, n, scale.range, scale.unit, am);
+}
+
+void equalize(float* x, const float* w, int n, const curve_scale& scale, float level) {
+    kernels().equalize(x, w, n, scale.range, level);
 }
 
 void amphs(const float* x, int n, int ks, float* am, float* ph) {
-    kernels().polar(x, n, ks < 0 ? -1.0F : 1.0F, am, ph);
-    join_phases(am, AMPHS_LEVEL * std::bit_cast<float>(kernels().largest_bits(am, n)), n, ph);
+    std::vector<float> both(2 * static_cast<std::size_t>(std::max(n, 0)));
+    curve_parts(x, n, curve_scale(), ks, am, ph, both.data(), both.data() + both.size() / 2);
 }
 
-void aptocx(const float* am, const float* ph, int n, int ks, float* x) {
-    kernels().cartesian(am, ph, n, ks < 0 ? -1.0F : 1.0F, x);
+void aptocx(const float* am, const float* ph, int n, int ks, float* x, float scale) {
+    kernels().cartesian(am, ph, n, scale, ks < 0 ? -1.0F : 1.0F, x);
 }
 
 void turn(float* x, int n, int sign, const float* ph) {
     kernels().turn(x, n, sign < 0 ? -1.0F : 1.0F, ph);
 }
 
+void weigh(const float* x, const float* w, int n, float* y) {
+    kernels().weigh(x, w, n, y);
+}
+
 // A run of samples shares one exponential; the steps within it come from a table. Both are exact to single
-// precision, and so is their product but for its last bits.
+// precision, and so is their product but for its last bits. Those of the runs follow from each other: in
+// double precision some hundred products cost nothing that a float would show.
 void turn_line(float* x, int n, double step, double start) {
     constexpr int RUN = 32;
+    const auto at = [](double cycles) {
+        return std::polar(1.0, 2 * std::numbers::pi * (cycles - std::floor(cycles)));
+    };
     std::array<float, RUN> cosine, sine;
-    auto phase = [&](double cycles) { return 2 * std::numbers::pi * (cycles - std::floor(cycles)); };
     for (int j = 0; j < RUN; j++) {
-        cosine[j] = static_cast<float>(std::cos(phase(j * step)));
-        sine[j] = static_cast<float>(std::sin(phase(j * step)));
+        const std::complex<double> e = at(j * step);
+        cosine[j] = static_cast<float>(e.real());
+        sine[j] = static_cast<float>(e.imag());
     }
-    for (int k0 = 0; k0 < n; k0 += RUN) {
-        const double arg = phase(k0 * step + start);
-        const auto c0 = static_cast<float>(std::cos(arg)), s0 = static_cast<float>(std::sin(arg));
-        float* run = x + 2 * k0;
-        const int length = std::min(RUN, n - k0);
-        for (int j = 0; j < length; j++) {
-            const float c = c0 * cosine[j] - s0 * sine[j], s = c0 * sine[j] + s0 * cosine[j];
-            const float re = run[2 * j], im = run[2 * j + 1];
-            run[2 * j] = re * c - im * s;
-            run[2 * j + 1] = re * s + im * c;
-        }
+    const std::complex<double> onward = at(RUN * step);
+    double c = at(start).real(), s = at(start).imag();
+    for (int k = 0; k < n; k += RUN) {
+        kernels().turn_run(x + 2 * k, std::min(RUN, n - k), static_cast<float>(c), static_cast<float>(s),
+                           cosine.data(), sine.data());
+        const double next = c * onward.real() - s * onward.imag();
+        s = c * onward.imag() + s * onward.real();
+        c = next;
     }
 }
 

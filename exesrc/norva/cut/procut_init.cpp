@@ -1,4 +1,5 @@
 // The initial actions: a cut from an image, or one-dimensional data.
+#include "cut/curve.h"
 #include "procut_int.h"
 #include "state/image_cut.h"
 
@@ -92,7 +93,7 @@ bool act_init_1d(cut_action& run) {
     copy_words(run, PC_DATA_WORD, 2 * nw, s.x.data());
     std::fill(s.x.begin() + 2 * nw, s.x.begin() + 2 * s.nx, 0.0F);
     set_weighting(lw, 1, nw);
-    apply_weights(s.x.data(), s.w.data(), s.nx);
+    weigh(s.x.data(), s.w.data(), s.nx, s.x.data());
     transform_to_cut();
     begin_cut(run, PC_INIT_1D);
     return true;

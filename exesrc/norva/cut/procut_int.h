@@ -186,9 +186,6 @@ void set_weighting(int lw, int kw1, int kw2);
 // centre.
 void change_weighting(int lw, int kw1, int kw2);
 
-// x(k) *= w(k) for n complex samples.
-void apply_weights(float* x, const float* w, int n);
-
 // a(k) = first + k*step, k from 0, without adding up roundings.
 void fill_axis(float* a, int n, float first, float step);
 

@@ -145,14 +145,14 @@ bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::ar
     if (kss > 0) {
         for (int k = 0; k < s.nx; k++) s.b[2 * k + 1] = -s.b[2 * k + 1];
     }
-    apply_weights(s.b.data(), s.w.data(), s.nx);
+    weigh(s.b.data(), s.w.data(), s.nx, s.b.data());
     if (s.kc1 > 0 || s.kc2 < s.nx) { // else nothing is cleared
         transf(s.b.data(), s.nx, s.ish, s.d.data(), kss);
         std::fill(s.d.begin(), s.d.begin() + 2 * s.kc1, 0.0F);
         std::fill(s.d.begin() + 2 * s.kc2, s.d.begin() + 2 * s.nx, 0.0F);
         transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
     }
-    apply_weights(s.b.data(), s.dw.data(), s.nx);
+    weigh(s.b.data(), s.dw.data(), s.nx, s.b.data());
     return show_transform(run, s.b.data(), s.model);
 }
 

@@ -128,12 +128,10 @@ bool act_phase_jump(cut_action& run) {
 
     float* am = s.d.data();
     float* ph = s.d.data() + s.nx;
-    float scale = 0;
-    ampscl(s.x.data(), s.nx, &scale);
-    amphs(s.x.data(), s.nx, -kss, am, ph);
+    const curve_scale scale = scale_of(s.x.data(), s.nx);
+    curve_parts(s.x.data(), s.nx, scale, -kss, am, ph, s.b.data(), s.b.data() + s.nx);
     phsjmp(ph, s.nx, std::max(k1, 3), std::min(k2, s.nx - 2), phj);
-    for (int k = 0; k < s.nx; k++) am[k] *= scale;
-    aptocx(am, ph, s.nx, -kss, s.x.data());
+    aptocx(am, ph, s.nx, -kss, s.x.data(), scale.amplitude);
     transform_to_cut();
     s.kmc = subtracted::none;
     s.il = PC_PHASE_JUMP;
@@ -149,11 +147,10 @@ bool act_zero_phase(cut_action& run) {
     k1 = std::clamp(k1, 1, s.nx);
     k2 = std::clamp(k2, 1, s.nx);
     keep_only(s.x.data(), s.nx, k1, k2);
-    float scale = 0;
-    ampscl(s.x.data(), s.nx, &scale);
-    amplitudes(s.x.data(), s.nx, s.b.data());
+    const curve_scale scale = scale_of(s.x.data(), s.nx);
+    amplitudes(s.x.data(), s.nx, scale, s.b.data());
     for (int k = 0; k < s.nx; k++) {
-        s.x[2 * k] = scale * s.b[k];
+        s.x[2 * k] = scale.amplitude * s.b[k];
         s.x[2 * k + 1] = 0;
     }
     transform_to_cut();

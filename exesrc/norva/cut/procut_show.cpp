@@ -2,7 +2,6 @@
 // peak.
 #include "cut/curve.h"
 #include "procut_int.h"
-#include "signal/peak.h"
 #include "state/image_cut.h"
 
 #include <cmath>
@@ -23,8 +22,8 @@ bool scale_is_good(cut_action& run, float scale) {
 bool fill_display(cut_action& run, const float* x, int n, const curve_scale& scale, int ks, cut_display& to) {
     if (!scale_is_good(run, scale.amplitude)) return false;
     to.scale = scale.amplitude;
-    curve_parts(x, n, scale, ks, to.a.data(), to.p.data(), to.r.data(), to.q.data());
-    const float whole = std::round(to.p[kpeak(to.a.data(), n) - 1]);
+    const int peak = curve_parts(x, n, scale, ks, to.a.data(), to.p.data(), to.r.data(), to.q.data());
+    const float whole = std::round(to.p[peak]);
     if (whole != 0) {
         for (int k = 0; k < n; k++) to.p[k] -= whole;
     }
@@ -51,10 +50,7 @@ bool show_cut(cut_action& run) {
     if (!fill_display(run, s.c.data(), s.nc, scale_of(s.c.data(), s.nc), kss, s.cut)) return false;
     const float* x = s.x.data();
     if (s.kdd > 0) {
-        for (int k = 0; k < s.nx; k++) {
-            s.b[2 * k] = s.x[2 * k] * s.dw[k];
-            s.b[2 * k + 1] = s.x[2 * k + 1] * s.dw[k];
-        }
+        weigh(s.x.data(), s.dw.data(), s.nx, s.b.data());
         x = s.b.data();
     }
     if (!show_transform(run, x, s.transform)) return false;

@@ -32,13 +32,6 @@ void fill_axis(float* a, int n, float first, float step) {
     for (int k = 0; k < n; k++) a[k] = static_cast<float>(first + static_cast<double>(k) * step);
 }
 
-void apply_weights(float* x, const float* w, int n) {
-    for (int k = 0; k < n; k++) {
-        x[2 * k] *= w[k];
-        x[2 * k + 1] *= w[k];
-    }
-}
-
 void set_weighting(int lw, int kw1, int kw2) {
     cut_state& s = cut();
     std::fill_n(s.w.begin(), s.nx, 0.0F);
@@ -57,7 +50,7 @@ void change_weighting(int lw, int kw1, int kw2) {
     // The sum of 1/dw over the support: the weights sum to 1, and dw is 1 at their centre.
     const float restore = 1 / s.w[kw1 - 1 + (kw2 - kw1 + 1) / 2];
     for (int k = 0; k < s.nx; k++) s.b[k] *= restore * s.w[k];
-    apply_weights(s.x.data(), s.b.data(), s.nx);
+    weigh(s.x.data(), s.b.data(), s.nx, s.x.data());
     transform_to_cut();
 }
 
@@ -142,15 +135,12 @@ bool act_unit_amplitude(cut_action& run) {
     if (k2 <= k1) return run.fail("***Error 107a...Crosshairs not in sequence");
     if (!run.accept(3)) return false;
 
-    float largest = 0;
     std::fill_n(s.x.begin(), 2 * (k1 - 1), 0.0F);
     std::fill(s.x.begin() + 2 * k2, s.x.begin() + 2 * s.nx, 0.0F);
-    ampscl(s.x.data(), s.nx, &largest);
+    const curve_scale scale = scale_of(s.x.data(), s.nx);
     set_weighting(s.lw, k1, k2);
-    const float level = largest / s.w[k1 - 1 + (k2 - k1 + 1) / 2];
-    amplitudes(s.x.data(), s.nx, s.b.data());
-    for (int k = 0; k < s.nx; k++) s.b[k] = level * s.w[k] / (s.b[k] > 0 ? s.b[k] : 1.0F);
-    apply_weights(s.x.data(), s.b.data(), s.nx);
+    const float centre = s.w[k1 - 1 + (k2 - k1 + 1) / 2];
+    equalize(s.x.data(), s.w.data(), s.nx, scale, scale.amplitude / centre);
     transform_to_cut();
     s.edited = true;
     s.kmc = subtracted::none;

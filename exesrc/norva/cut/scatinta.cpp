@@ -73,11 +73,16 @@ float alpha(float a, float omega, float phi, float start, float end, int n) {
     return static_cast<float>(sum);
 }
 
-// d is half a cycle less than the distance from the estimate, so that its whole part names the branch.
+// d is half a cycle less than the distance from the estimate, so that its whole part names the branch. Most
+// phases need the turns that the one before needed.
 float readjp(float ph, phase_estimate& estimate) {
-    const double d = (static_cast<double>(ph) - estimate.est) / (2 * pi) - 0.5;
-    const double part = std::fabs(d) < 1e9 ? d - static_cast<int>(d) : 0;
-    const double nearest = (part < 0 ? part + 0.5 : part - 0.5) * 2 * pi + estimate.est;
+    double nearest = ph + estimate.turns;
+    if (!(std::fabs(nearest - estimate.est) < 0.999 * pi)) {
+        const double d = (static_cast<double>(ph) - estimate.est) / (2 * pi) - 0.5;
+        const double part = std::fabs(d) < 1e9 ? d - static_cast<int>(d) : 0;
+        nearest = (part < 0 ? part + 0.5 : part - 0.5) * 2 * pi + estimate.est;
+        estimate.turns = 2 * pi * std::round((nearest - ph) / (2 * pi));
+    }
     estimate.est += static_cast<float>(estimate.ctau * (nearest - estimate.est));
     return static_cast<float>(nearest);
 }
@@ -126,14 +131,15 @@ void scatinta1(const float* amp, const float* phase, int npts, float dcval, int 
         a1 = 1.5 / (pi * g) *
              alpha(static_cast<float>(a), static_cast<float>(pi * g), 0, -1, 1, MOMENT_POINTS);
 
-    // side -1 is case 1, side +1 case 2: where the weaker one stands.
+    // side -1 is case 1, side +1 case 2: where the weaker one stands. What it adds has the sign of its side.
+    const double omega = 2 * pi * scatsep;
+    const double bend = a == 0 ? 0
+                               : 6 / pi *
+                                     alpha(static_cast<float>(a), static_cast<float>(omega),
+                                           static_cast<float>(pi - t1 * omega), -0.5F, 0.5F, MOMENT_POINTS);
     auto compared = [&](int side) {
         const double strong = phslp - side * scatsep * a1;
-        if (a == 0) return strong;
-        const double omega = side * 2 * pi * scatsep, phi = pi - t1 * omega;
-        return strong + 6 / pi *
-                            alpha(static_cast<float>(a), static_cast<float>(omega), static_cast<float>(phi),
-                                  -0.5F, 0.5F, MOMENT_POINTS);
+        return strong + side * bend;
     };
     const int side = std::fabs(compared(-1) - aslope) < std::fabs(compared(1) - aslope) ? -1 : 1;
     const double strong = phslp - side * scatsep * a1, weak = strong + side * scatsep;
@@ -145,8 +151,8 @@ void scatinta1(const float* amp, const float* phase, int npts, float dcval, int 
     double first = 0;
     if (!dumx.empty()) {
         const std::size_t middle = dumx.size() / 2;
-        const double omega = side * 2 * pi * scatsep, t = dumx[middle];
-        first = dumy[middle] - added_phase(a, omega * (t - t1) + pi) - 2 * pi * strong * t;
+        const double t = dumx[middle];
+        first = dumy[middle] - side * added_phase(a, omega * (t - t1) + pi) - 2 * pi * strong * t;
     }
     *phi1 = static_cast<float>(std::remainder(first, 2 * pi));
     *phi2 = static_cast<float>(std::remainder(first + pi + 2 * pi * (strong - weak) * t1, 2 * pi));

@@ -149,10 +149,18 @@ float cirwght(float rsq) {
     return interpolate(tables.w.data(), intervals * r);
 }
 
-float diawght(float r) {
+void diawght(double first, double step, int n, float* w) {
     static const projection_table table;
-    if (!(std::fabs(r) < 1.0F)) return 0.0F;
-    return interpolate(table.w.data(), intervals * std::fabs(r));
+    for (int k = 0; k < n; k++) {
+        const auto r = static_cast<float>(std::fabs(first + k * step));
+        w[k] = r < 1.0F ? interpolate(table.w.data(), intervals * r) : 0.0F;
+    }
+}
+
+float diawght(float r) {
+    float w = 0;
+    diawght(r, 0, 1, &w);
+    return w;
 }
 
 void wght2d(float* a, int nx, int ny, int kw) {

@@ -94,26 +94,54 @@ void fft2d(float* a, int nx, int ny, int isx, int isy) {
     if (isy != 0) transform_columns(a, nx, ny, 0, nx, isy);
 }
 
-// c = a rotated by k complex samples to the front, 0 <= k <= n.
-static void copy_rotated(const float* a, int n, int k, float* c) {
-    std::memcpy(c, a + 2 * k, 2 * sizeof(float) * static_cast<std::size_t>(n - k));
-    std::memcpy(c + 2 * (n - k), a, 2 * sizeof(float) * static_cast<std::size_t>(k));
+// n complex samples, every second one negative, the first one times `sign`. A rotation by half the length on
+// one side of a transform is such an alternation on the other.
+static void copy_alternating(const float* a, int n, float sign, float* c) {
+    int k = 0;
+    for (; k + 2 <= n; k += 2) {
+        c[2 * k] = sign * a[2 * k];
+        c[2 * k + 1] = sign * a[2 * k + 1];
+        c[2 * k + 2] = -sign * a[2 * k + 2];
+        c[2 * k + 3] = -sign * a[2 * k + 3];
+    }
+    if (k < n) {
+        c[2 * k] = sign * a[2 * k];
+        c[2 * k + 1] = sign * a[2 * k + 1];
+    }
+}
+
+// The same, read from sample k on around the end, 0 <= k < n. The sign belongs to the place that a sample is
+// read from, or comes to.
+enum class alternation { from, to };
+static void copy_around(const float* a, int n, int k, alternation sign_of, float* c) {
+    const auto sign = [](int place) { return place % 2 == 0 ? 1.0F : -1.0F; };
+    const bool from = sign_of == alternation::from;
+    copy_alternating(a + 2 * k, n - k, from ? sign(k) : 1.0F, c);
+    copy_alternating(a, k, from ? 1.0F : sign(n - k), c + 2 * (n - k));
+}
+
+static float* transform_room(int n) {
+    static thread_local std::vector<float> room;
+    if (room.size() < 2 * static_cast<std::size_t>(n)) room.resize(2 * static_cast<std::size_t>(n));
+    return room.data();
 }
 
 void transf(const float* a, int n, int idc, float* c, int kss) {
     if (n < 1) return;
-    copy_rotated(a, n, n / 2, c);
-    fft2(c, c + 1, n, 2 * (kss == 0 ? -1 : kss));
-    shaft(c, 2 * n, 2 * (idc % n));
+    if (!power_of_two(n)) stop("STOP IN FFT2");
+    float* work = transform_room(n);
+    gfft_padded(a, n, work, n, kss == 0 ? -1 : kss);
+    copy_around(work, n, (n - idc % n) % n, alternation::from, c);
 }
 
 void transi(float* a, int n, int idc, const float* c, int kss) {
     if (n < 1) return;
-    copy_rotated(c, n, (idc % n + n) % n, a);
-    fft2(a, a + 1, n, 2 * (kss == 0 ? +1 : -kss));
+    if (!power_of_two(n)) stop("STOP IN FFT2");
+    float* work = transform_room(n);
+    copy_around(c, n, (idc % n + n) % n, alternation::to, work);
+    gfft_padded(work, n, a, n, kss == 0 ? +1 : -kss);
     const float scale = 1.0F / static_cast<float>(n);
     for (int k = 0; k < 2 * n; k++) a[k] *= scale;
-    shaft(a, 2 * n, 2 * (n / 2));
 }
 
 } // namespace norva

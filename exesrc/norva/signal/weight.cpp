@@ -2,7 +2,9 @@
 #include "signal/weight.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace norva {
@@ -55,44 +57,68 @@ float asarwt(int index, int ntotal) {
     return weights(ipl) + (weights(ipl + 1) - weights(ipl)) * xfac;
 }
 
+// Cosines of equal steps by their recurrence, c(k+8) = 2 cos(8 step) c(k) - c(k-8), eight apart so that they
+// do not wait for each other: exact enough by far.
+static void fill_from_cosines(float* w, int n, double start, double step, double a0, double a1, double a2) {
+    constexpr int LANES = 8;
+    std::array<double, LANES> before, c;
+    for (int j = 0; j < LANES; j++) {
+        before[j] = std::cos(start + (j - LANES) * step);
+        c[j] = std::cos(start + j * step);
+    }
+    const double twice = 2 * std::cos(LANES * step);
+    for (int k = 0; k < n; k += LANES) {
+        std::array<float, LANES> eight;
+        for (int j = 0; j < LANES; j++) {
+            // The double angle: cos 2x = 2 cos^2 x - 1.
+            eight[j] = static_cast<float>(a0 + a1 * c[j] + a2 * (2 * c[j] * c[j] - 1));
+            const double next = twice * c[j] - before[j];
+            before[j] = c[j];
+            c[j] = next;
+        }
+        std::copy_n(eight.begin(), std::min(LANES, n - k), w + k);
+    }
+}
+
+static double sum_of(const float* w, int n) {
+    std::array<double, 4> sums{}; // four, so that they do not wait for each other
+    int k = 0;
+    for (; k + 4 <= n; k += 4) {
+        for (int j = 0; j < 4; j++) sums[j] += w[k + j];
+    }
+    for (; k < n; k++) sums[0] += w[k];
+    return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+}
+
 void weight(float* w, float* dw, int nw, int lw) {
     if (nw < 1) return;
     const int l = lw % 10;
     const double dx = 1.0 / nw;
     const double x1 = lw < 10 && nw % 2 == 1 ? -(1 - dx) / 2 : -0.5;
-    // The centred grid is symmetric: its second half is the first one backwards.
-    const bool mirrored = l <= 3 && x1 > -0.5;
-    const int half = mirrored ? nw / 2 + 1 : nw;
-    // Cosines of equal steps by their recurrence, c(k+1) = 2 cos(2 pi dx) c(k) - c(k-1): exact enough by far.
-    double before = std::cos(2 * pi * (x1 - dx)), c = std::cos(2 * pi * x1);
-    const double twice = 2 * std::cos(2 * pi * dx);
-    for (int k = 0; k < half; k++) {
-        const double x = x1 + k * dx;
-        if (l <= 0)
-            w[k] = 1.0F;
-        else if (l == 1)
-            w[k] = diawght(static_cast<float>(2 * x));
-        else if (l == 2)
-            w[k] = static_cast<float>(0.54 + 0.46 * c);
-        else if (l == 3)
-            w[k] = static_cast<float>(0.42 + 0.5 * c + 0.08 * (2 * c * c - 1)); // cos(4 pi x)
-        const double next = twice * c - before;
-        before = c;
-        c = next;
-    }
-    if (mirrored) std::reverse_copy(w, w + nw / 2, w + half);
+    // Both grids are symmetric about the middle sample: what follows it is what comes before it, backwards.
+    const bool mirrored = lw < 10;
+    const int n = mirrored ? nw / 2 + 1 : nw;
+    if (l <= 0)
+        std::fill_n(w, n, 1.0F);
+    else if (l == 1)
+        diawght(2 * x1, 2 * dx, n, w);
+    else if (l == 2)
+        fill_from_cosines(w, n, 2 * pi * x1, 2 * pi * dx, 0.54, 0.46, 0);
+    else if (l == 3)
+        fill_from_cosines(w, n, 2 * pi * x1, 2 * pi * dx, 0.42, 0.5, 0.08);
+    if (mirrored) std::reverse_copy(w + n - (nw - n) - 1, w + n - 1, w + n);
     if (l == 2 || l == 4) w[0] = w[nw - 1] = 0.005F;
     if (lw >= 10) {
         w[0] *= 0.5F;
         if (nw > 1) w[nw - 1] *= 0.5F;
     }
-    double sum = 0;
-    for (int k = 0; k < nw; k++) sum += w[k];
+    const double sum = sum_of(w, nw);
     if (sum != 0) {
-        for (int k = 0; k < nw; k++) w[k] = static_cast<float>(w[k] / sum);
+        const double scale = 1 / sum;
+        for (int k = 0; k < nw; k++) w[k] = static_cast<float>(w[k] * scale);
     }
     const float centre = w[nw / 2];
-    for (int k = 0; k < nw; k++) dw[k] = w[k] > 0 ? centre / w[k] : 0.0F;
+    for (int k = 0; k < nw; k++) dw[k] = centre / (w[k] > 0 ? w[k] : std::numeric_limits<float>::infinity());
 }
 
 } // namespace norva

@@ -26,6 +26,7 @@ float alpha(float a, float omega, float phi, float start, float end, int n);
 struct phase_estimate {
     float est = 0;
     float ctau = 1;
+    double turns = 0; // radians that were added to the last phase
 };
 
 // The branch of the phase ph (radians) nearest the estimate, which moves toward it.

@@ -29,6 +29,8 @@ float cirwght(float rsq);
 
 // The circular weight projected on one axis, at the position r, 1 = edge; 0 from the edge on. Not normalised.
 float diawght(float r);
+// The same at n positions first + k*step, k from 0.
+void diawght(double first, double step, int n, float* w);
 
 // Window w of nw values that sum to 1, and dw, the factors that restore the level of its centre (sample
 // nw/2+1; 0 where the weight is not positive). lw mod 10: 0 or less uniform, 1 projected circular, 2 Hamming
