@@ -34,8 +34,16 @@ words cut_of_noise() {
     return w;
 }
 
-words spline() {
-    words w = record(PC_SPLINE, 1, 0, N, -1.0, 2.0 / N);
+words series_of_noise() {
+    const int n = N / 4;
+    words w = record(PC_INIT_1D, 2, 1, n, 0.0, 0.01);
+    for (float v : noise(2UL * n)) put(w, static_cast<double>(v));
+    return w;
+}
+
+words spline(int domain) {
+    words w =
+        domain == 1 ? record(PC_SPLINE, 1, 0, N, -1.0, 2.0 / N) : record(PC_SPLINE, 0, 0, N, -N / 4.0, 0.5);
     for (float v : noise(N)) put(w, static_cast<double>(v));
     return w;
 }
@@ -47,11 +55,14 @@ struct task {
 const std::vector<task>& tasks() {
     static const std::vector<task> all = {
         {cut_of_noise(), {}},
+        {series_of_noise(), {}},
         {record(PC_WEIGHT, 3, 0), {}},
         {record(PC_EDIT, 0, 2, -1000.0, 1000.0), {}},
         {record(PC_EDIT, 1, 2, -0.999, 0.999), {}},
         {record(PC_SUB_SLOPE, 1, -0.4, 0.4, 0.0, 9.7), {}},
-        {record(PC_SUB_SPLINE), spline()},
+        {record(PC_SUB_SLOPE, 0, -100.0, 100.0, 0.0, 9.7), {}},
+        {record(PC_SUB_SPLINE), spline(1)},
+        {record(PC_SUB_SPLINE), spline(0)},
         {record(PC_PHASE_JUMP, -0.1, 0.1, 0.3), {}},
         {record(PC_ZERO_PHASE, -0.4, 0.4), {}},
         {record(PC_UNIT_AMPLITUDE, -0.999, 0.999), {}},
@@ -60,7 +71,7 @@ const std::vector<task>& tasks() {
         {record(PC_DEWEIGHT, 1), {}},
         {record(PC_PEAKS, 2, -100.0, 100.0), {}},
         {record(PC_SLOPE, 1, -0.5, 0.5), {}},
-        {spline(), {}},
+        {spline(1), {}},
         {record(PC_TSA, -0.2, 0.2, -0.3, 0.3, 0.2), record(PC_DEWEIGHT, 1)},
         {record(PC_SHIFT, 1.0, 9000.0, 500.0, 0), {}},
     };
@@ -98,7 +109,7 @@ void cut_action(benchmark::State& state) {
     c.goal = 4;
     measure(state, c);
 }
-BENCHMARK(cut_action)->UseManualTime()->Iterations(101)->DenseRange(0, 16);
+BENCHMARK(cut_action)->UseManualTime()->Iterations(101)->DenseRange(0, 19);
 
 } // namespace
 } // namespace norva::bench

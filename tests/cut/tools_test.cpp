@@ -110,9 +110,18 @@ TEST(curve, phases_follow_the_strong_samples_one_by_one) {
     }
 }
 
-TEST(curve, amplitudes_brought_to_a_level) {
+TEST(curve, amplitudes_of_all_magnitudes) {
     for (float size : {1e-36F, 1.0F, 1e36F}) {
-        std::vector<float> x = {3 * size, 4 * size, 0, 0, 0, -size}, w = {1, 2, 0.5F};
+        std::vector<float> x = {3 * size, 4 * size, 0, 0, 0, -size}, w = {1, 2, 0.5F}, am(3), ph(3), back(6);
+        amphs(x.data(), 3, 1, am.data(), ph.data());
+        aptocx(am.data(), ph.data(), 3, 1, back.data());
+        std::vector<float> real = x;
+        rectify(real.data(), 3);
+        for (int k = 0; k < 6; k++) {
+            EXPECT_NEAR(back[k] / size, x[k] / size, 1e-5) << size;
+            EXPECT_NEAR(real[k] / size, k % 2 == 0 ? std::hypot(x[k] / size, x[k + 1] / size) : 0, 1e-5)
+                << size;
+        }
         equalize(x.data(), w.data(), 3, scale_of(x.data(), 3), 10);
         const std::vector<float> want = {6, 8, 0, 0, 0, -5};
         for (int k = 0; k < 6; k++) EXPECT_NEAR(x[k], want[k], 1e-5) << size;
@@ -164,8 +173,10 @@ TEST(curve, every_processor_gives_the_same_bits) {
         std::vector<float> r(10 * n), turned = x, level = x;
         float* at = r.data();
         of->parts(x.data(), n, 1, 0.7F, -1, at, at + n, at + 2 * n, at + 3 * n);
-        of->unwrap(at + n, n, {0.2F, 3});
-        of->cartesian(at, at + n, n, 3.1F, -1, at + 4 * n);
+        at[0] = at[n - 1] = 1;
+        std::vector<float> room(n);
+        of->join(at, 0.5F, n, at + n, room.data());
+        of->cartesian(at, at + n, n, -1, at + 4 * n);
         of->turn(turned.data(), n, 1, at + n);
         std::copy(turned.begin(), turned.end(), at + 6 * n);
         of->equalize(level.data(), at, n, 2, 0.3F);

@@ -71,6 +71,8 @@ template <class F> [[gnu::always_inline]] inline void by_eights(int n, F f) {
     if (k < n) f(k, n - k);
 }
 
+constexpr int SIGN = -0x7fffffff - 1;
+
 // atan2(im, re)/(2 pi), within 2e-8 cycles before rounding; 0 for the origin. atan(t)/(2 pi) by a polynomial
 // of least greatest error for |t| <= tan(pi/8), after the octant has been turned to the axis.
 [[gnu::always_inline]] inline v8 cycles_of(v8 re, v8 im) {
@@ -79,33 +81,33 @@ template <class F> [[gnu::always_inline]] inline void by_eights(int n, F f) {
     const v8 larger = steep ? ay : ax, smaller = steep ? ax : ay;
     const i8 beyond = smaller > 0.41421356F * larger;
     const v8 above = smaller - where(beyond, larger), sum = larger + where(beyond, smaller);
-    const v8 below = floats(reinterpret_cast<i8>(sum) | ((sum == 0) & reinterpret_cast<i8>(v8{} + 1.0F)));
+    const v8 below = sum > 1e-37F ? sum : v8{} + 1e-37F;
     const v8 t = above / below, z = t * t;
     v8 c =
         t * (0.15915494F + z * (-0.053050798F + z * (0.031790357F + z * (-0.022046282F + z * 0.012711284F))));
     c += where(beyond, v8{} + 0.125F);
     c = steep ? 0.25F - c : c;
     c = re < 0 ? 0.5F - c : c;
-    return im < 0 ? -c : c;
+    return floats(reinterpret_cast<i8>(c) ^ ((im < 0) & SIGN));
 }
 
-// What |x| < 2^22 is when a number this large was added and taken away: rounded to a whole number.
+// What |x| < 2^22 is when a number this large was added and taken away: rounded to a whole number, whose last
+// bits are those of the sum.
 constexpr float ROUNDER = 12582912.0F;
-constexpr float ROUNDS_BELOW = 4194304.0F; // an angle beyond holds no part of a cycle worth keeping
+constexpr float ROUNDS_BELOW = 1048576.0F; // cycles: an angle beyond holds no part of one worth keeping
 
-// exp(2 pi i cycles), within 2e-7. The angle is brought to an eighth of a cycle from an axis.
+// exp(2 pi i cycles), within 2e-7. The angle is counted from the nearest axis.
 [[gnu::always_inline]] inline eight phasor_of(v8 cycles) {
-    const v8 whole = (cycles + ROUNDER) - ROUNDER;
-    const v8 part = cycles - (floats(bits_of(cycles)) < ROUNDS_BELOW ? whole : cycles);
-    const v8 quarter = (4 * part + ROUNDER) - ROUNDER;
-    const v8 f = part - 0.25F * quarter, z = f * f;
+    cycles = floats(bits_of(cycles)) < ROUNDS_BELOW ? cycles : cycles - cycles;
+    const v8 rounded = 4 * cycles + ROUNDER;
+    const v8 f = cycles - 0.25F * (rounded - ROUNDER), z = f * f;
     const v8 s = f * (6.2831853F + z * (-41.341661F + z * (81.592354F + z * -75.393563F)));
     const v8 c = 1.0F + z * (-19.739209F + z * (64.939309F + z * (-85.442314F + z * 59.203281F)));
-    // quarter is -2..2: the axis that f is counted from.
-    const v8 distance = floats(bits_of(quarter));
-    const i8 upright = distance == 1.0F, opposite = distance == 2.0F;
+    const i8 quarter = reinterpret_cast<i8>(rounded);
+    const i8 upright = (quarter & 1) == 1;
     const v8 re = upright ? s : c, im = upright ? c : s;
-    return {opposite | (quarter == 1.0F) ? -re : re, opposite | (quarter == -1.0F) ? -im : im};
+    return {floats(reinterpret_cast<i8>(re) ^ (((quarter + 1) & 2) << 30)),
+            floats(reinterpret_cast<i8>(im) ^ ((quarter & 2) << 30))};
 }
 
 // Two loops: the language has no root of a vector, which is left to the compiler, and two short chains of
@@ -120,56 +122,120 @@ int parts(const float* x, int n, float range, float unit, float sign, float* __r
     }
     i8 largest = {};
     by_eights(n, [&](int k, int count) {
-        store_some(ph + k, sign * cycles_of(load_some(re + k, count), load_some(im + k, count)), count);
+        store_some(ph + k, cycles_of(load_some(re + k, count), sign * load_some(im + k, count)), count);
         largest = larger_of(largest, bits_of(load_some(am + k, count)));
     });
     return largest_of(largest);
 }
 
+// The lanes moved up by 1, 2 or 4 places, or down; what comes in is taken from the other vector.
+template <int places, class V> [[gnu::always_inline]] inline V moved_up(V in, V v) {
+    if constexpr (places == 1) return __builtin_shufflevector(in, v, 0, 8, 9, 10, 11, 12, 13, 14);
+    if constexpr (places == 2) return __builtin_shufflevector(in, v, 0, 1, 8, 9, 10, 11, 12, 13);
+    if constexpr (places == 4) return __builtin_shufflevector(in, v, 0, 1, 2, 3, 8, 9, 10, 11);
+}
+template <int places, class V> [[gnu::always_inline]] inline V moved_down(V v, V in) {
+    if constexpr (places == 1) return __builtin_shufflevector(v, in, 1, 2, 3, 4, 5, 6, 7, 8);
+    if constexpr (places == 2) return __builtin_shufflevector(v, in, 2, 3, 4, 5, 6, 7, 8, 9);
+    if constexpr (places == 4) return __builtin_shufflevector(v, in, 4, 5, 6, 7, 8, 9, 10, 11);
+}
+template <int lane, class V> [[gnu::always_inline]] inline V everywhere(V v) {
+    return __builtin_shufflevector(v, v, lane, lane, lane, lane, lane, lane, lane, lane);
+}
+
 // The sum of the lanes up to each.
 [[gnu::always_inline]] inline i8 running_sum(i8 t) {
-    const i8 none = {};
-    t += __builtin_shufflevector(none, t, 0, 8, 9, 10, 11, 12, 13, 14);
-    t += __builtin_shufflevector(none, t, 0, 0, 8, 9, 10, 11, 12, 13);
-    return t + __builtin_shufflevector(none, t, 0, 0, 0, 0, 8, 9, 10, 11);
+    t += moved_up<1>(i8{}, t);
+    t += moved_up<2>(i8{}, t);
+    return t + moved_up<4>(i8{}, t);
 }
 
-// Where a whole cycle comes nobody can foretell: they are counted without a branch, eight samples at once.
-unwrapping unwrap(float* ph, int n, unwrapping so_far) {
-    v8 before = v8{} + so_far.raw;
-    i8 turns = i8{} + so_far.turns;
-    int k = 0;
-    for (; k + 8 <= n; k += 8) {
-        const v8 here = load(ph + k);
-        const v8 step = here - __builtin_shufflevector(before, here, 7, 8, 9, 10, 11, 12, 13, 14);
+// Phases and their samples.
+struct phase_point {
+    v8 phase, at;
+};
+
+// What is not known takes the nearest phase that is, below or above: in this vector, else beyond it.
+template <int places> [[gnu::always_inline]] inline void take_up(phase_point& v, i8& known) {
+    v.phase = known ? v.phase : moved_up<places>(v8{}, v.phase);
+    v.at = known ? v.at : moved_up<places>(v8{}, v.at);
+    known |= moved_up<places>(i8{}, known);
+}
+template <int places> [[gnu::always_inline]] inline void take_down(phase_point& v, i8& known) {
+    v.phase = known ? v.phase : moved_down<places>(v.phase, v8{});
+    v.at = known ? v.at : moved_down<places>(v.at, v8{});
+    known |= moved_down<places>(known, i8{});
+}
+[[gnu::always_inline]] inline phase_point from_below(phase_point v, i8 known, const phase_point& beyond) {
+    take_up<1>(v, known);
+    take_up<2>(v, known);
+    take_up<4>(v, known);
+    return {known ? v.phase : beyond.phase, known ? v.at : beyond.at};
+}
+[[gnu::always_inline]] inline phase_point from_above(phase_point v, i8 known, const phase_point& beyond) {
+    take_down<1>(v, known);
+    take_down<2>(v, known);
+    take_down<4>(v, known);
+    return {known ? v.phase : beyond.phase, known ? v.at : beyond.at};
+}
+
+bool all_above(const float* am, int n, float level) {
+    int count = 0;
+    for (int k = 0; k < n; k++) count += am[k] > level ? 1 : 0;
+    return count == n;
+}
+
+// Which samples are strong, and where a whole cycle comes, nobody can foretell: all is done without a branch,
+// eight samples at once; only blocks that are strong throughout are spared the lines. First each sample takes
+// the phase of the nearest strong one before it, unwrapped, then the line to the next one.
+void join(const float* am, float level, int n, float* ph, float* from) {
+    constexpr int BLOCK = 64;
+    const v8 lanes = {0, 1, 2, 3, 4, 5, 6, 7};
+    phase_point last = {v8{} + ph[0], v8{}};
+    i8 turns = {};
+    // The phases k..k+7 with their turns, of which `last` is the newest before.
+    const auto unwrap = [&](int k, int count, v8 phase) {
+        const v8 step = phase - moved_up<1>(last.phase, phase);
         turns += running_sum((step > 0.5F) - (step < -0.5F)); // true is -1
-        store(ph + k, here + __builtin_convertvector(turns, v8));
-        turns = __builtin_shufflevector(turns, turns, 7, 7, 7, 7, 7, 7, 7, 7);
-        before = here;
+        store_some(ph + k, phase + __builtin_convertvector(turns, v8), count);
+        turns = everywhere<7>(turns);
+        last.phase = everywhere<7>(phase);
+    };
+    for (int begin = 0; begin < n; begin += BLOCK) {
+        if (begin + BLOCK <= n && all_above(am + begin, BLOCK, level)) {
+            for (int k = begin; k < begin + BLOCK; k += 8) unwrap(k, 8, load(ph + k));
+            last.at = v8{} + static_cast<float>(begin + BLOCK - 1);
+            from[begin] = -1; // no lines here
+            continue;
+        }
+        by_eights(n - begin < BLOCK ? n - begin : BLOCK, [&](int j, int count) {
+            const int k = begin + j;
+            const i8 strong = load_some(am + k, count) > level;
+            const phase_point v =
+                from_below({load_some(ph + k, count), lanes + static_cast<float>(k)}, strong, last);
+            unwrap(k, count, v.phase);
+            store_some(from + k, v.at, count);
+            last.at = everywhere<7>(v.at);
+        });
     }
-    so_far = {before[7], turns[7]};
-    for (; k < n; k++) {
-        const float step = ph[k] - so_far.raw;
-        so_far = {ph[k], so_far.turns + (step < -0.5F) - (step > 0.5F)};
-        ph[k] += static_cast<float>(so_far.turns);
+    phase_point next = {v8{} + ph[n - 1], v8{} + static_cast<float>(n - 1)};
+    for (int begin = (n - 1) / BLOCK * BLOCK; begin >= 0; begin -= BLOCK) {
+        if (from[begin] < 0) {
+            next = {v8{} + ph[begin], v8{} + static_cast<float>(begin)};
+            continue;
+        }
+        const int end = n - begin < BLOCK ? n : begin + BLOCK;
+        for (int k = begin + (end - begin - 1) / 8 * 8; k >= begin; k -= 8) {
+            const int count = end - k < 8 ? end - k : 8;
+            const phase_point before = {load_some(ph + k, count), load_some(from + k, count)};
+            const v8 at = lanes + static_cast<float>(k);
+            const i8 strong = load_some(am + k, count) > level;
+            const phase_point v = from_above({before.phase, at}, strong, next);
+            const v8 slope = (v.phase - before.phase) / (v.at - before.at);
+            store_some(ph + k, strong ? before.phase : before.phase + (at - before.at) * slope, count);
+            next = {everywhere<0>(v.phase), everywhere<0>(v.at)};
+        }
     }
-    return so_far;
-}
-
-int end_of_run(const float* am, int from, int n, float level) {
-    constexpr int BLOCK = 32;
-    const bool above = am[from] > level;
-    int k = from + 1;
-    for (int end = k + 4 < n ? k + 4 : n; k < end; k++) { // most runs are short, or very long
-        if ((am[k] > level) != above) return k;
-    }
-    for (; k + BLOCK <= n; k += BLOCK) {
-        int count = 0;
-        for (int j = 0; j < BLOCK; j++) count += am[k + j] > level ? 1 : 0;
-        if (count != (above ? BLOCK : 0)) break;
-    }
-    while (k < n && (am[k] > level) == above) k++;
-    return k;
 }
 
 int place(const float* a, int n, float value) {
@@ -185,10 +251,11 @@ int place(const float* a, int n, float value) {
     return 0;
 }
 
-void amplitudes(const float* x, int n, float range, float unit, float* am) {
+void rectify(float* x, int n, float range, float back) {
     for (int k = 0; k < n; k++) {
         const float re = x[2 * k] * range, im = x[2 * k + 1] * range;
-        am[k] = __builtin_sqrtf(re * re + im * im) * unit;
+        x[2 * k] = __builtin_sqrtf(re * re + im * im) * back;
+        x[2 * k + 1] = 0;
     }
 }
 
@@ -202,10 +269,10 @@ void equalize(float* x, const float* w, int n, float range, float factor) {
     }
 }
 
-void cartesian(const float* am, const float* ph, int n, float scale, float sign, float* x) {
+void cartesian(const float* am, const float* ph, int n, float sign, float* x) {
     by_eights(n, [&](int k, int count) {
         const eight e = phasor_of(sign * load_some(ph + k, count));
-        const v8 a = load_some(am + k, count) * scale;
+        const v8 a = load_some(am + k, count);
         store_pairs(x + 2 * k, {a * e.re, a * e.im}, count);
     });
 }
@@ -241,15 +308,24 @@ void multiply(float* x, int n, float range, float unit) {
     for (int k = 0; k < n; k++) x[k] = x[k] * range * unit;
 }
 
-void weigh(const float* x, const float* w, int n, float* y) {
-    for (int k = 0; k < n; k++) {
-        y[2 * k] = x[2 * k] * w[k];
-        y[2 * k + 1] = x[2 * k + 1] * w[k];
-    }
+void reweigh(float* x, const float* from, const float* to, int n, float factor) {
+    by_eights(n, [&](int k, int count) {
+        const v8 gain = load_some(from + k, count) * (factor * load_some(to + k, count));
+        const eight v = load_pairs(x + 2 * k, count);
+        store_pairs(x + 2 * k, {v.re * gain, v.im * gain}, count);
+    });
 }
 
-constexpr angle_kernels all_kernels = {parts,     unwrap,    end_of_run, place,  amplitudes, equalize,
-                                       cartesian, turn_each, turn_run,   extent, multiply,   weigh};
+void weigh(const float* x, const float* w, int n, float* y) {
+    by_eights(n, [&](int k, int count) {
+        const eight v = load_pairs(x + 2 * k, count);
+        const v8 weight = load_some(w + k, count);
+        store_pairs(y + 2 * k, {v.re * weight, v.im * weight}, count);
+    });
+}
+
+constexpr angle_kernels all_kernels = {parts,     join,     place,  rectify,  equalize, cartesian,
+                                       turn_each, turn_run, extent, multiply, weigh,    reweigh};
 
 } // namespace
 } // namespace norva

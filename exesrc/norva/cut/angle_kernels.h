@@ -12,29 +12,22 @@ struct curve_extent {
     int part;  // real or imaginary part of x(k)
 };
 
-// The last phase, as it was, and the whole cycles that it was given.
-struct unwrapping {
-    float raw;
-    int turns;
-};
-
 struct angle_kernels {
     // re + i im = v, am(k) = |v|, ph(k) = sign arg(v)/(2 pi) cycles, v = x(k)*range*unit, for n complex
     // samples. Returns the largest amplitude, as bits.
     int (*parts)(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
                  float* im);
-    // Adds whole cycles to n phases, so that each is within half a cycle of the one before.
-    unwrapping (*unwrap)(float* ph, int n, unwrapping so_far);
-    // The first sample behind `from` that is above the level and `from` is not, or the other way; n for none.
-    int (*end_of_run)(const float* am, int from, int n, float level);
+    // Unwraps the phases of the samples above the level, of which the first and the last one of n are, and
+    // lays those of the others on lines between them. `from` is room for n numbers.
+    void (*join)(const float* am, float level, int n, float* ph, float* from);
     // The first of n samples with the value, from 0; 0 when there is none.
     int (*place)(const float* a, int n, float value);
-    // am(k) = |x(k)*range|*unit.
-    void (*amplitudes)(const float* x, int n, float range, float unit, float* am);
+    // x(k) = |x(k)*range|*back.
+    void (*rectify)(float* x, int n, float range, float back);
     // x(k) = factor w(k) y/|y|, y = x(k)*range; 0 stays.
     void (*equalize)(float* x, const float* w, int n, float range, float factor);
-    // x(k) = am(k)*scale exp(sign 2 pi i ph(k)).
-    void (*cartesian)(const float* am, const float* ph, int n, float scale, float sign, float* x);
+    // x(k) = am(k) exp(sign 2 pi i ph(k)).
+    void (*cartesian)(const float* am, const float* ph, int n, float sign, float* x);
     // x(k) *= exp(sign 2 pi i ph(k)).
     void (*turn)(float* x, int n, float sign, const float* ph);
     // x(k) *= (c0 + i s0) (cosine(k) + i sine(k)).
@@ -44,6 +37,8 @@ struct angle_kernels {
     void (*multiply)(float* x, int n, float range, float unit);
     // y(k) = x(k) w(k) for n complex samples; y may be x.
     void (*weigh)(const float* x, const float* w, int n, float* y);
+    // x(k) *= from(k)*factor*to(k).
+    void (*reweigh)(float* x, const float* from, const float* to, int n, float factor);
 };
 extern const angle_kernels angle_kernels_base, angle_kernels_avx2;
 

@@ -37,34 +37,23 @@ constexpr std::int32_t INFINITE_BITS = 0x7f800000;
 // Squares of numbers beyond these bounds may leave the range of a float.
 constexpr float SMALL = 0x1p-50F, LARGE = 0x1p50F, FAR = 0x1p90F;
 
-// Fills the phases between two samples that have one, a < b.
-void fill_between(float* ph, int a, int b) {
-    const float step = (ph[b] - ph[a]) / static_cast<float>(b - a);
-    for (int k = a + 1; k < b; k++) ph[k] = ph[a] + static_cast<float>(k - a) * step;
-}
-
-// Unwraps the phases of the samples above the level and lays all others on lines between them.
+// Unwraps the phases of the samples above the level and lays all others on lines: between them, and beyond
+// the first and the last one through these and the nearest ones to them.
 void join_phases(const float* am, float level, int n, float* ph) {
-    const angle_kernels& of = kernels();
-    int first = -1, second = -1, before = -1, last = -1; // samples with a phase: the first two, the last two
-    unwrapping so_far = {0, 0};
-    for (int run = 0, end = 0; run < n; run = end) {
-        end = of.end_of_run(am, run, n, level);
-        if (!(am[run] > level)) continue;
-        so_far = of.unwrap(ph + run, end - run, so_far);
-        if (last >= 0) fill_between(ph, last, run);
-        if (second < 0 && first >= 0) second = run;
-        if (first < 0) first = run;
-        if (second < 0 && end - 1 > first) second = first + 1;
-        before = end - 1 > run ? end - 2 : last;
-        last = end - 1;
-    }
-    if (first < 0) {
+    static thread_local std::vector<float> room;
+    int first = 0, last = n - 1;
+    while (first < n && !(am[first] > level)) first++;
+    if (first >= n) {
         std::fill_n(ph, n, 0.0F);
         return;
     }
-    const float rise = second < 0 ? 0.0F : (ph[second] - ph[first]) / static_cast<float>(second - first);
-    const float fall = before < 0 ? 0.0F : (ph[last] - ph[before]) / static_cast<float>(last - before);
+    while (!(am[last] > level)) last--;
+    if (std::ssize(room) < n) room.resize(n);
+    kernels().join(am + first, level, last - first + 1, ph + first, room.data());
+
+    // Whatever lies between the first and the second is on their line already.
+    const float rise = last > first ? ph[first + 1] - ph[first] : 0.0F;
+    const float fall = last > first ? ph[last] - ph[last - 1] : 0.0F;
     for (int k = 0; k < first; k++) ph[k] = ph[first] + static_cast<float>(k - first) * rise;
     for (int k = last + 1; k < n; k++) ph[k] = ph[last] + static_cast<float>(k - last) * fall;
 }
@@ -101,8 +90,13 @@ int curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* 
     return kernels().place(am, n, peak);
 }
 
-void amplitudes(const float* x, int n, const curve_scale& scale, float* am) {
-    kernels().amplitudes(x, n, scale.range, scale.unit, am);
+void rectify(float* x, int n) {
+    const float range = scale_of(x, n).range;
+    kernels().rectify(x, n, range, 1 / range);
+}
+
+void reweigh(float* x, const float* deweight, const float* w, int n, float factor) {
+    kernels().reweigh(x, deweight, w, n, factor);
 }
 
 void equalize(float* x, const float* w, int n, const curve_scale& scale, float level) {
@@ -110,12 +104,26 @@ void equalize(float* x, const float* w, int n, const curve_scale& scale, float l
 }
 
 void amphs(const float* x, int n, int ks, float* am, float* ph) {
-    std::vector<float> both(2 * static_cast<std::size_t>(std::max(n, 0)));
-    curve_parts(x, n, curve_scale(), ks, am, ph, both.data(), both.data() + both.size() / 2);
+    static thread_local std::vector<float> room;
+    if (std::ssize(room) < 2 * static_cast<std::ptrdiff_t>(n)) room.resize(2 * static_cast<std::size_t>(n));
+    const auto polar = [&](const curve_scale& s) {
+        return std::bit_cast<float>(kernels().parts(x, n, s.range, s.unit, ks < 0 ? -1.0F : 1.0F, am, ph,
+                                                    room.data(), room.data() + n));
+    };
+    float peak = polar(curve_scale());
+    if (!(peak > SMALL && peak < LARGE)) {
+        const curve_scale s = scale_of(x, n);
+        if (s.amplitude > 0 && std::isfinite(s.amplitude)) {
+            polar(s);
+            kernels().multiply(am, n, s.amplitude, 1);
+            peak = s.amplitude;
+        }
+    }
+    join_phases(am, AMPHS_LEVEL * peak, n, ph);
 }
 
-void aptocx(const float* am, const float* ph, int n, int ks, float* x, float scale) {
-    kernels().cartesian(am, ph, n, scale, ks < 0 ? -1.0F : 1.0F, x);
+void aptocx(const float* am, const float* ph, int n, int ks, float* x) {
+    kernels().cartesian(am, ph, n, ks < 0 ? -1.0F : 1.0F, x);
 }
 
 void turn(float* x, int n, int sign, const float* ph) {

@@ -132,27 +132,27 @@ band data_band() {
 bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::array<float, 2> amplitude,
                 std::array<float, 2> phase) {
     cut_state& s = cut();
-    std::fill_n(s.b.begin(), 2 * s.nx, 0.0F);
-    for (int j = 0; j < 2; j++) {
+    const int sign = kss > 0 ? -1 : 1;
+    for (int j : {0, 1}) {
+        float* to = j == 0 ? s.b.data() : s.d.data();
         for (int k = 0; k < s.nx; k++) {
-            s.d[2 * k] = amplitude[j];
-            s.d[2 * k + 1] = 0;
+            to[2 * k] = amplitude[j];
+            to[2 * k + 1] = 0;
         }
-        turn_line(s.d.data(), s.nx, f[j] / at.samples,
-                  f[j] * at.place(0) + phase[j] / (2 * std::numbers::pi));
-        for (int k = 0; k < 2 * s.nx; k++) s.b[k] += s.d[k];
+        turn_line(to, s.nx, sign * f[j] / at.samples,
+                  sign * (f[j] * at.place(0) + phase[j] / (2 * std::numbers::pi)));
     }
-    if (kss > 0) {
-        for (int k = 0; k < s.nx; k++) s.b[2 * k + 1] = -s.b[2 * k + 1];
-    }
-    weigh(s.b.data(), s.w.data(), s.nx, s.b.data());
-    if (s.kc1 > 0 || s.kc2 < s.nx) { // else nothing is cleared
+    for (int k = 0; k < 2 * s.nx; k++) s.b[k] += s.d[k];
+    if (s.kc1 == 0 && s.kc2 == s.nx) { // nothing to be cleared
+        reweigh(s.b.data(), s.dw.data(), s.w.data(), s.nx, 1);
+    } else {
+        weigh(s.b.data(), s.w.data(), s.nx, s.b.data());
         transf(s.b.data(), s.nx, s.ish, s.d.data(), kss);
         std::fill(s.d.begin(), s.d.begin() + 2 * s.kc1, 0.0F);
         std::fill(s.d.begin() + 2 * s.kc2, s.d.begin() + 2 * s.nx, 0.0F);
         transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
+        weigh(s.b.data(), s.dw.data(), s.nx, s.b.data());
     }
-    weigh(s.b.data(), s.dw.data(), s.nx, s.b.data());
     return show_transform(run, s.b.data(), s.model);
 }
 

@@ -128,10 +128,9 @@ bool act_phase_jump(cut_action& run) {
 
     float* am = s.d.data();
     float* ph = s.d.data() + s.nx;
-    const curve_scale scale = scale_of(s.x.data(), s.nx);
-    curve_parts(s.x.data(), s.nx, scale, -kss, am, ph, s.b.data(), s.b.data() + s.nx);
+    amphs(s.x.data(), s.nx, -kss, am, ph);
     phsjmp(ph, s.nx, std::max(k1, 3), std::min(k2, s.nx - 2), phj);
-    aptocx(am, ph, s.nx, -kss, s.x.data(), scale.amplitude);
+    aptocx(am, ph, s.nx, -kss, s.x.data());
     transform_to_cut();
     s.kmc = subtracted::none;
     s.il = PC_PHASE_JUMP;
@@ -147,12 +146,7 @@ bool act_zero_phase(cut_action& run) {
     k1 = std::clamp(k1, 1, s.nx);
     k2 = std::clamp(k2, 1, s.nx);
     keep_only(s.x.data(), s.nx, k1, k2);
-    const curve_scale scale = scale_of(s.x.data(), s.nx);
-    amplitudes(s.x.data(), s.nx, scale, s.b.data());
-    for (int k = 0; k < s.nx; k++) {
-        s.x[2 * k] = scale.amplitude * s.b[k];
-        s.x[2 * k + 1] = 0;
-    }
+    rectify(&s.x[2 * (k1 - 1)], k2 - k1 + 1);
     transform_to_cut();
     s.edited = true;
     s.kmc = subtracted::none;

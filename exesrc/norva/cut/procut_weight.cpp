@@ -34,8 +34,10 @@ void fill_axis(float* a, int n, float first, float step) {
 
 void set_weighting(int lw, int kw1, int kw2) {
     cut_state& s = cut();
-    std::fill_n(s.w.begin(), s.nx, 0.0F);
-    std::fill_n(s.dw.begin(), s.nx, 0.0F);
+    for (cut_real* a : {&s.w, &s.dw}) {
+        std::fill_n(a->begin(), kw1 - 1, 0.0F);
+        std::fill(a->begin() + kw2, a->begin() + s.nx, 0.0F);
+    }
     weight(&s.w[kw1 - 1], &s.dw[kw1 - 1], kw2 - kw1 + 1, lw);
     s.kw1 = kw1;
     s.kw2 = kw2;
@@ -49,8 +51,7 @@ void change_weighting(int lw, int kw1, int kw2) {
     set_weighting(lw, kw1, kw2);
     // The sum of 1/dw over the support: the weights sum to 1, and dw is 1 at their centre.
     const float restore = 1 / s.w[kw1 - 1 + (kw2 - kw1 + 1) / 2];
-    for (int k = 0; k < s.nx; k++) s.b[k] *= restore * s.w[k];
-    weigh(s.x.data(), s.b.data(), s.nx, s.x.data());
+    reweigh(s.x.data(), s.b.data(), s.w.data(), s.nx, restore);
     transform_to_cut();
 }
 

@@ -4,6 +4,7 @@
 #include "signal/parallel.h"
 #include "zuvsys/stop.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -151,15 +152,27 @@ float cirwght(float rsq) {
 
 void diawght(double first, double step, int n, float* w) {
     static const projection_table table;
-    for (int k = 0; k < n; k++) {
-        const auto r = static_cast<float>(std::fabs(first + k * step));
-        w[k] = r < 1.0F ? interpolate(table.w.data(), intervals * r) : 0.0F;
+    for (int k = 0; k < n;) {
+        const double position = first + k * step, r = intervals * std::fabs(position);
+        if (!(r < intervals)) {
+            w[k++] = 0.0F;
+            continue;
+        }
+        // All positions that lie on the same line of the table.
+        const auto i = static_cast<int>(r);
+        const double rise = static_cast<double>(table.w[i + 1]) - table.w[i];
+        const double start = table.w[i] + (r - i) * rise,
+                     slope = (position < 0 ? -1 : 1) * rise * intervals * step;
+        const double left = (position < 0 ? r - i : i + 1 - r) / (intervals * step); // to the end of the line
+        const int count = 1 + static_cast<int>(std::clamp(left, 0.0, n - k - 1.0));
+        for (int j = 0; j < count; j++) w[k + j] = static_cast<float>(start + j * slope);
+        k += count;
     }
 }
 
 float diawght(float r) {
     float w = 0;
-    diawght(r, 0, 1, &w);
+    diawght(std::fabs(r), 0, 1, &w);
     return w;
 }
 

@@ -23,20 +23,19 @@ curve_scale scale_of(const float* x, int n);
 int curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
                 float* im);
 
-// The amplitudes of the scaled curve.
-void amplitudes(const float* x, int n, const curve_scale& scale, float* am);
+// x = |x| for n complex samples.
+void rectify(float* x, int n);
 
 // Gives n complex samples the amplitudes level*w, where they are not 0. Their scale is that of the curve.
 void equalize(float* x, const float* w, int n, const curve_scale& scale, float level);
 
 // Amplitude, and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample
 // of more than 1 % of the peak on. Phases of samples at or below that level lie on the line between their
-// neighbours above it, or on the line through the first or last two of these. Squares must stay in the range
-// of a float.
+// neighbours above it, or on the line through the first or last two of these.
 void amphs(const float* x, int n, int ks, float* am, float* ph);
 
-// x = scale am exp(ks 2 pi i ph).
-void aptocx(const float* am, const float* ph, int n, int ks, float* x, float scale = 1);
+// x = am exp(ks 2 pi i ph).
+void aptocx(const float* am, const float* ph, int n, int ks, float* x);
 
 // x(k) *= exp(sign 2 pi i ph(k)).
 void turn(float* x, int n, int sign, const float* ph);
@@ -46,6 +45,8 @@ void turn_line(float* x, int n, double step, double start);
 
 // y(k) = x(k) w(k) for n complex samples x and real w; y may be x.
 void weigh(const float* x, const float* w, int n, float* y);
+// x(k) *= deweight(k)*factor*w(k): one weighting instead of another.
+void reweigh(float* x, const float* deweight, const float* w, int n, float factor);
 
 // Central differences (a(k+1) - a(k-1))/2, one-sided at the ends; 0 for a single sample. b may be a.
 void differ(const float* a, int n, float* b);

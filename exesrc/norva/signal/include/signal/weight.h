@@ -29,7 +29,7 @@ float cirwght(float rsq);
 
 // The circular weight projected on one axis, at the position r, 1 = edge; 0 from the edge on. Not normalised.
 float diawght(float r);
-// The same at n positions first + k*step, k from 0.
+// The same at n positions first + k*step, step >= 0.
 void diawght(double first, double step, int n, float* w);
 
 // Window w of nw values that sum to 1, and dw, the factors that restore the level of its centre (sample
