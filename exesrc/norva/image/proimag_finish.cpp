@@ -60,7 +60,7 @@ float* amplitudes(processor& p) {
         parallel_chunks(n, chunk, [&](int begin, int end) {
             for (int k = begin; k < end; k++) {
                 const float share = a[k] / pmax;
-                a[k] = share >= 0 ? std::sqrt(share) : 0.0F; // not so for a NaN
+                a[k] = std::sqrt(share >= 0 ? share : 0.0F); // not so for a NaN
             }
         });
         img.ascl = std::sqrt(pmax);

@@ -19,13 +19,15 @@ public:
     circular_weights(int nt, int nf)
         : width_(nt / 2 + 1),
           values_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(nf / 2 + 1)) {
-        for (int j = 0; j <= nf / 2; j++) {
-            const float y = static_cast<float>(j) / static_cast<float>(nf);
-            for (int i = 0; i < width_; i++) {
-                const float x = static_cast<float>(i) / static_cast<float>(nt);
-                values_[static_cast<std::size_t>(j * width_ + i)] = cirwght(4 * (x * x + y * y));
+        parallel_chunks(nf / 2 + 1, 1 + 1024 / width_, [&](int begin, int end) {
+            for (int j = begin; j < end; j++) {
+                const float y = static_cast<float>(j) / static_cast<float>(nf);
+                for (int i = 0; i < width_; i++) {
+                    const float x = static_cast<float>(i) / static_cast<float>(nt);
+                    values_[static_cast<std::size_t>(j * width_ + i)] = cirwght(4 * (x * x + y * y));
+                }
             }
-        }
+        });
     }
     const float* row(int j) const {
         return &values_[static_cast<std::size_t>(j) * static_cast<std::size_t>(width_)];
@@ -79,9 +81,11 @@ void load_data(words_in q, const direction& time, const direction& frequency, in
         for (int k = 0; k < count; k++) gfft(row[k], nx, ksx);
     };
     parallel_chunks(frequency.n, together, load);
-    const int first = frequency.n - frequency.n / 2, last = frequency.m - frequency.n / 2;
-    std::fill(a + 2 * static_cast<std::ptrdiff_t>(first) * nx, a + 2 * static_cast<std::ptrdiff_t>(last) * nx,
-              0.0F);
+    float* empty = a + 2 * static_cast<std::ptrdiff_t>(frequency.n - frequency.n / 2) * nx;
+    parallel_chunks(frequency.m - frequency.n, 1 + 32768 / nx, [&](int begin, int end) {
+        std::fill(empty + 2 * static_cast<std::ptrdiff_t>(begin) * nx,
+                  empty + 2 * static_cast<std::ptrdiff_t>(end) * nx, 0.0F);
+    });
 }
 
 int sign_of(int word) {

@@ -2,8 +2,8 @@
 #include "signal/peak.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <vector>
 
 namespace norva {
 namespace {
@@ -36,7 +36,6 @@ private:
 
 void peaks(const float* a, int nx, int ny, int npm, float amn, int* lp, int* np) {
     falling_list list(a, lp, std::max(npm, 0));
-    std::vector<int> top(std::max(nx, 0)); // of the row at hand: greater than all eight neighbours
     for (int j = 0; j < ny; j++) {
         const float* row = a + static_cast<std::size_t>(j) * nx;
         const float* below = a + static_cast<std::size_t>(j == 0 ? ny - 1 : j - 1) * nx;
@@ -46,13 +45,22 @@ void peaks(const float* a, int nx, int ny, int npm, float amn, int* lp, int* np)
             return (aa > amn) & (aa > row[left]) & (aa > row[right]) & (aa > below[i]) & (aa > above[i]) &
                    (aa > below[left]) & (aa > below[right]) & (aa > above[left]) & (aa > above[right]);
         };
-        // Without branches between the columns at the edge, so that several samples are compared at once.
-        for (int i = 1; i < nx - 1; i++) top[i] = is_top(i, i - 1, i + 1);
-        for (int i : {0, nx - 1}) {
-            if (nx > 0) top[i] = is_top(i, i == 0 ? nx - 1 : i - 1, i == nx - 1 ? 0 : i + 1);
-        }
-        for (int i = 0; i < nx; i++) {
-            if (top[i]) list.enter(j * nx + i + 1);
+        // Most blocks of samples are low. In the others, but for the columns at the edge, all are compared
+        // without branches, so that several are at once.
+        constexpr int block = 32;
+        for (int begin = 0; begin < nx; begin += block) {
+            const int end = std::min(begin + block, nx);
+            int high = 0;
+            for (int i = begin; i < end; i++) high += row[i] > amn ? 1 : 0;
+            if (high == 0) continue;
+            std::array<int, block> top; // greater than all eight neighbours
+            for (int i = std::max(begin, 1); i < std::min(end, nx - 1); i++)
+                top[i - begin] = is_top(i, i - 1, i + 1);
+            if (begin == 0) top[0] = is_top(0, nx - 1, nx > 1 ? 1 : 0);
+            if (end == nx && nx > 1) top[nx - 1 - begin] = is_top(nx - 1, nx - 2, 0);
+            for (int i = begin; i < end; i++) {
+                if (top[i - begin]) list.enter(j * nx + i + 1);
+            }
         }
     }
     *np = list.used();
