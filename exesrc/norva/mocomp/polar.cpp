@@ -23,6 +23,19 @@ namespace {
 // second: as much work in one loop as that allows, for a helper whose core is busy needs time to begin.
 constexpr double steps_of_a_chunk = 1e5, steps_of_a_loop = 2e8;
 
+const float* cycle_table() {
+    static const std::vector<float> table = [] {
+        std::vector<float> pairs(2 * (polar_cycle + 1));
+        for (int k = 0; k <= polar_cycle; k++) {
+            const double angle = 2 * std::numbers::pi * k / polar_cycle;
+            pairs[2 * k] = static_cast<float>(std::cos(angle));
+            pairs[2 * k + 1] = static_cast<float>(std::sin(angle));
+        }
+        return pairs;
+    }();
+    return table.data();
+}
+
 polar_runner runner_of_this_machine() {
 #if defined(__x86_64__)
     if (has_avx2()) return polar_sum_avx2;
@@ -37,8 +50,8 @@ void polar_sum_far(const polar_record& record, const float* range, float con2, f
             const float phase = range[ix] * record.con1[i] - con2;
             float a = std::fmod(phase, static_cast<float>(polar_cycle));
             if (a < 0) a += polar_cycle;
-            const double angle = std::isfinite(a) ? 2 * std::numbers::pi * std::round(a) / polar_cycle : 0;
-            const float c = static_cast<float>(std::cos(angle)), s = static_cast<float>(std::sin(angle));
+            const int k = std::isfinite(a) ? static_cast<int>(std::round(a)) : 0;
+            const float c = record.cycle[2 * k], s = record.cycle[2 * k + 1];
             z[2 * ix] += c * record.re[i] - s * record.im[i];
             z[2 * ix + 1] += s * record.re[i] + c * record.im[i];
         }
@@ -115,6 +128,7 @@ void sum_records(int na, int nf, const grid& g, float fc, float c, float* z, Rec
                  Ranges&& ranges) {
     std::fill_n(z, 2 * static_cast<std::size_t>(g.nx) * g.ny, 0.0F);
     static const polar_runner near = runner_of_this_machine();
+    const float* cycle = cycle_table();
     const int padded = (g.nx + polar_step - 1) / polar_step * polar_step;
     std::vector<float> x(static_cast<std::size_t>(padded));
     for (int ix = 0; ix < padded; ix++) x[ix] = g.x(std::min(ix, g.nx - 1));
@@ -140,7 +154,7 @@ void sum_records(int na, int nf, const grid& g, float fc, float c, float* z, Rec
                     if (w.n() == 0) continue;
                     ranges(j, x, y0, row);
                     const bool is_near = row.farthest() * w.steepest + std::fabs(con2) < polar_phase_limit;
-                    (is_near ? near : polar_sum_far)({w.n(), w.con1.data(), w.re.data(), w.im.data()},
+                    (is_near ? near : polar_sum_far)({w.n(), w.con1.data(), w.re.data(), w.im.data(), cycle},
                                                      row.dr.data(), con2, sums.data(), padded);
                 }
                 std::copy_n(sums.begin(), 2 * g.nx, to);

@@ -12,16 +12,16 @@ constexpr int polar_step = 16;    // points are taken sixteen at a time; rows ar
 constexpr float polar_phase_limit = 1e9F;
 
 struct polar_record {
-    int n;             // samples inside the aperture
-    const float* con1; // of each, 16000 F / C: the phase of a metre, both ways
-    const float* re;   // weighted samples
-    const float* im;   //
+    int n;              // samples inside the aperture
+    const float* con1;  // of each, 16000 F / C: the phase of a metre, both ways
+    const float* re;    // weighted samples
+    const float* im;    //
+    const float* cycle; // pairs of cosine and sine of 2 pi k / 8000 for k = 0..8000
 };
 
 // Adds sample times exp(2 pi i A / 8000) to each of n points z (interleaved), sample after sample. A = range
 // times con1 minus con2, in single precision with a rounding after each operation, brought to 0..8000 and
-// rounded to the nearest whole number, halves up. Its cosine and sine deviate by less than 2e-7. n is a
-// multiple of polar_step.
+// rounded to the nearest whole number, halves up. n is a multiple of polar_step.
 using polar_runner = void (*)(const polar_record& record, const float* range, float con2, float* z, int n);
 void polar_sum_avx2(const polar_record& record, const float* range, float con2, float* z, int n);
 void polar_sum_base(const polar_record& record, const float* range, float con2, float* z, int n);

@@ -1,6 +1,6 @@
 // See polar_sum.h. Compiled more than once. The phase is rounded after each operation everywhere, so that
-// every processor uses the same entries; their values and the sums may differ in the last bits, because
-// products and sums are fused where the processor can.
+// every processor uses the same entries of the table; the sums may differ in the last bits, because they are
+// fused with products where the processor can.
 #include "polar_sum.h"
 
 #if defined(__AVX2__)
@@ -18,11 +18,36 @@ constexpr int lanes = 4; // a vector wider than the processor's would be taken a
 typedef float vf __attribute__((vector_size(4 * lanes)));
 typedef int vi __attribute__((vector_size(4 * lanes)));
 typedef float vf_anywhere __attribute__((vector_size(4 * lanes), aligned(4), may_alias));
+typedef int vi_anywhere __attribute__((vector_size(4 * lanes), aligned(4), may_alias));
 
-// a * b + c; parts of interleaved samples, and back.
+typedef double pair __attribute__((aligned(4), may_alias)); // cosine and sine, moved as one
+
+// The numbers of two entries, which come out of memory as one.
+typedef unsigned long long two_entries __attribute__((may_alias));
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__);
+[[gnu::always_inline]] inline unsigned first(two_entries k) {
+    return static_cast<unsigned>(k);
+}
+[[gnu::always_inline]] inline unsigned second(two_entries k) {
+    return static_cast<unsigned>(k >> 32);
+}
+
+// a * b + c; the entries of a vector of points, parts apart; parts of interleaved samples, and back. The
+// entries' pairs are gathered in the order that one shuffle within halves brings right.
 #if defined(__AVX2__)
+typedef double pairs __attribute__((vector_size(32)));
 [[gnu::always_inline]] inline vf fused(vf a, vf b, vf c) {
     return _mm256_fmadd_ps(a, b, c);
+}
+[[gnu::always_inline]] inline void look_up(const float* cycle, const two_entries* k, vf& c, vf& s) {
+    const pair* table = reinterpret_cast<const pair*>(cycle);
+    const two_entries k01 = k[0], k23 = k[1], k45 = k[2], k67 = k[3];
+    vf low = reinterpret_cast<vf>(
+        pairs{table[first(k01)], table[second(k01)], table[first(k45)], table[second(k45)]});
+    vf high = reinterpret_cast<vf>(
+        pairs{table[first(k23)], table[second(k23)], table[first(k67)], table[second(k67)]});
+    c = __builtin_shufflevector(low, high, 0, 2, 8, 10, 4, 6, 12, 14);
+    s = __builtin_shufflevector(low, high, 1, 3, 9, 11, 5, 7, 13, 15);
 }
 [[gnu::always_inline]] inline void part(vf low, vf high, vf& re, vf& im) {
     re = __builtin_shufflevector(low, high, 0, 2, 4, 6, 8, 10, 12, 14);
@@ -33,8 +58,17 @@ typedef float vf_anywhere __attribute__((vector_size(4 * lanes), aligned(4), may
     high = __builtin_shufflevector(re, im, 4, 12, 5, 13, 6, 14, 7, 15);
 }
 #else
+typedef double pairs __attribute__((vector_size(16)));
 [[gnu::always_inline]] inline vf fused(vf a, vf b, vf c) {
     return a * b + c;
+}
+[[gnu::always_inline]] inline void look_up(const float* cycle, const two_entries* k, vf& c, vf& s) {
+    const pair* table = reinterpret_cast<const pair*>(cycle);
+    const two_entries k01 = k[0], k23 = k[1];
+    vf low = reinterpret_cast<vf>(pairs{table[first(k01)], table[second(k01)]});
+    vf high = reinterpret_cast<vf>(pairs{table[first(k23)], table[second(k23)]});
+    c = __builtin_shufflevector(low, high, 0, 2, 4, 6);
+    s = __builtin_shufflevector(low, high, 1, 3, 5, 7);
 }
 [[gnu::always_inline]] inline void part(vf low, vf high, vf& re, vf& im) {
     re = __builtin_shufflevector(low, high, 0, 2, 4, 6);
@@ -62,57 +96,26 @@ constexpr float below_half = 0.49999997F;
     return v - vf{}; // not vf{} + v, which is an operation: it turns -0 into 0
 }
 
-constexpr float unit = 2048; // steps; keeps powers of what is counted in it away from the limits of a float
-
-// Steps of the phases, 0..8000, less half a cycle, in units. The number of cycles may be off by one near a
-// half; whichever is taken off, the remainder is exact, fused or not, and is brought to 0..8000 by the one
-// addition that the remainder of a negative phase needs anyway. That addition rounds; the half for the
-// nearest step is in it already, which changes nothing about the rounding. The last bit of the numbers from
-// 2 units of steps, 4096, on is worth 1/2048: added to it, the step is there as so many units.
-[[gnu::always_inline]] inline vf steps(vf phase) {
-    constexpr float base = 2 * unit;
+// Entries of the table, 0..8000. The number of cycles may be off by one near a half; whichever is taken off,
+// the remainder is exact, fused or not, and is brought to 0..8000 by the one addition that the remainder of a
+// negative phase needs anyway. That addition rounds; the half for the nearest entry is in it already, which
+// changes nothing about the rounding.
+[[gnu::always_inline]] inline vi entries(vf phase) {
     vf cycles = fused(phase, all(1.0F / polar_cycle), all(whole)) - whole;
     vf r = fused(cycles, all(-polar_cycle), phase);
     vf up = reinterpret_cast<vi>(r) < 0 ? all(polar_cycle + 0.5F) : all(below_half);
-    vi k = __builtin_convertvector(r + up, vi);
-    return reinterpret_cast<vf>(k + reinterpret_cast<vi>(all(base))) - (base + polar_cycle / 2 / unit);
+    return __builtin_convertvector(r + up, vi);
 }
 
-// Cosine and sine of half a cycle and m, over their scales. With x = |m| less a quarter of a cycle the cosine
-// is sin(pi x/4000 steps) and the sine -sign(m) cos(pi x/4000 steps), both for at most a quarter of a cycle
-// to either side: polynomials of least greatest error. They are divided by the last coefficient, which saves
-// a multiplication each. Times the scales, entries deviate by less than 1.2e-7, the coefficients' and all
-// roundings included.
-constexpr float cosine_scale = 1.86716905e-4F, sine_scale = -1.03749975e-3F;
-
-[[gnu::always_inline]] inline void entry(vf m, vf& c, vf& s) {
-    constexpr int sign = -0x7fffffff - 1;
-    vi bits = reinterpret_cast<vi>(m);
-    vf x = reinterpret_cast<vf>(bits & ~sign) - polar_cycle / 4 / unit;
-    vf u = x * x;
-    vf odd = u - 29.5421391F, even = u - 23.1258297F;
-    odd = fused(fused(fused(odd, u, all(480.520355F)), u, all(-3714.70312F)), u, all(8614.62109F));
-    even = fused(fused(fused(even, u, all(268.811584F)), u, all(-1246.86902F)), u, all(963.855591F));
-    c = odd * x;
-    s = reinterpret_cast<vf>(reinterpret_cast<vi>(even) ^ (bits & sign));
-}
-
-// A block of samples at a time. All steps first: two short chains of operations overlap better than one long
-// one. Several vectors of points share what is loaded for a sample.
+// A block of samples at a time, all entries' numbers first: two short chains of operations overlap better
+// than one long one, and the numbers reach the address units by way of memory. Several vectors of points
+// share what is loaded for a sample.
 [[gnu::always_inline]] inline void polar_sum(const polar_record& record, const float* range, float con2,
                                              float* z, int n) {
-    constexpr int block = 64, vectors = 2;
+    constexpr int block = 16, vectors = 2;
     static_assert(polar_step % (vectors * lanes) == 0);
     for (int begin = 0; begin < record.n; begin += block) {
         const int count = record.n - begin < block ? record.n - begin : block;
-        float scaled[block][4];
-        for (int i = 0; i < count; i++) {
-            const float re = record.re[begin + i], im = record.im[begin + i];
-            scaled[i][0] = cosine_scale * re;
-            scaled[i][1] = cosine_scale * im;
-            scaled[i][2] = sine_scale * re;
-            scaled[i][3] = -sine_scale * im;
-        }
         for (int ix = 0; ix < n; ix += vectors * lanes) {
             vf r[vectors], zr[vectors], zi[vectors];
             for (int v = 0; v < vectors; v++) {
@@ -120,15 +123,18 @@ constexpr float cosine_scale = 1.86716905e-4F, sine_scale = -1.03749975e-3F;
                 part(load(from), load(from + lanes), zr[v], zi[v]);
                 r[v] = load(range + ix + v * lanes);
             }
-            vf m[block][vectors];
-            for (int i = 0; i < count; i++)
-                for (int v = 0; v < vectors; v++) m[i][v] = steps(r[v] * record.con1[begin + i] - con2);
+            two_entries k[block][vectors][lanes / 2];
             for (int i = 0; i < count; i++) {
+                for (int v = 0; v < vectors; v++)
+                    *reinterpret_cast<vi_anywhere*>(k[i][v]) = entries(r[v] * record.con1[begin + i] - con2);
+            }
+            for (int i = 0; i < count; i++) {
+                const vf re = all(record.re[begin + i]), im = all(record.im[begin + i]);
                 for (int v = 0; v < vectors; v++) {
                     vf c, s;
-                    entry(m[i][v], c, s);
-                    zr[v] = fused(s, all(scaled[i][3]), fused(c, all(scaled[i][0]), zr[v]));
-                    zi[v] = fused(s, all(scaled[i][2]), fused(c, all(scaled[i][1]), zi[v]));
+                    look_up(record.cycle, k[i][v], c, s);
+                    zr[v] = fused(-s, im, fused(c, re, zr[v]));
+                    zi[v] = fused(s, re, fused(c, im, zi[v]));
                 }
             }
             for (int v = 0; v < vectors; v++) {
