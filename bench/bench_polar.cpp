@@ -27,7 +27,7 @@ void polar_format(benchmark::State& state) {
 }
 BENCHMARK(polar_format)
     ->UseManualTime()
-    ->Iterations(1)
+    ->Iterations(3)
     ->Args({1, 1})
     ->Args({3, 1})
     ->Args({1, 2})

@@ -110,22 +110,38 @@ constexpr float ROUNDS_BELOW = 1048576.0F; // cycles: an angle beyond holds no p
             floats(reinterpret_cast<i8>(im) ^ ((quarter & 2) << 30))};
 }
 
-// Two loops: the language has no root of a vector, which is left to the compiler, and two short chains of
-// operations overlap better than a long one.
-int parts(const float* x, int n, float range, float unit, float sign, float* __restrict am,
-          float* __restrict ph, float* __restrict re, float* __restrict im) {
-    for (int k = 0; k < n; k++) {
-        const float a = x[2 * k] * range * unit, b = x[2 * k + 1] * range * unit;
-        re[k] = a;
-        im[k] = b;
-        am[k] = __builtin_sqrtf(a * a + b * b);
-    }
+// Amplitude and phase, and the parts where somebody wants them. Two loops: the language has no root of a
+// vector, which is left to the compiler, and two short chains of operations overlap better than a long one.
+template <bool with_parts>
+inline int curve(const float* x, int n, float range, float unit, float sign, float* __restrict am,
+                 float* __restrict ph, float* re, float* im) {
+    constexpr int BLOCK = 512;
+    float own_re[BLOCK], own_im[BLOCK];
     i8 largest = {};
-    by_eights(n, [&](int k, int count) {
-        store_some(ph + k, cycles_of(load_some(re + k, count), sign * load_some(im + k, count)), count);
-        largest = larger_of(largest, bits_of(load_some(am + k, count)));
-    });
+    for (int begin = 0; begin < n; begin += BLOCK) {
+        const int length = n - begin < BLOCK ? n - begin : BLOCK;
+        const float* from = x + 2 * begin;
+        float* __restrict const r = with_parts ? re + begin : own_re;
+        float* __restrict const q = with_parts ? im + begin : own_im;
+        for (int k = 0; k < length; k++) {
+            const float a = from[2 * k] * range * unit, b = from[2 * k + 1] * range * unit;
+            r[k] = a;
+            q[k] = b;
+            am[begin + k] = __builtin_sqrtf(a * a + b * b);
+        }
+        by_eights(length, [&](int k, int count) {
+            store_some(ph + begin + k, cycles_of(load_some(r + k, count), sign * load_some(q + k, count)),
+                       count);
+            largest = larger_of(largest, bits_of(load_some(am + begin + k, count)));
+        });
+    }
     return largest_of(largest);
+}
+
+int parts(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
+          float* im) {
+    return re ? curve<true>(x, n, range, unit, sign, am, ph, re, im)
+              : curve<false>(x, n, range, unit, sign, am, ph, re, im);
 }
 
 // The lanes moved up by 1, 2 or 4 places, or down; what comes in is taken from the other vector.

@@ -13,8 +13,8 @@ struct curve_extent {
 };
 
 struct angle_kernels {
-    // re + i im = v, am(k) = |v|, ph(k) = sign arg(v)/(2 pi) cycles, v = x(k)*range*unit, for n complex
-    // samples. Returns the largest amplitude, as bits.
+    // am(k) = |v|, ph(k) = sign arg(v)/(2 pi) cycles, re(k) + i im(k) = v = x(k)*range*unit for n complex
+    // samples; re and im may both be null. Returns the largest amplitude, as bits.
     int (*parts)(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
                  float* im);
     // Unwraps the phases of the samples above the level, of which the first and the last one of n are, and

@@ -81,13 +81,20 @@ void ampscl(float* x, int n, float* scale) {
     if (s.amplitude > 0 && std::isfinite(s.amplitude)) kernels().multiply(x, 2 * n, s.range, s.unit);
 }
 
-int curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
-                float* im) {
-    const float sign = ks < 0 ? -1.0F : 1.0F;
-    const float peak =
-        std::bit_cast<float>(kernels().parts(x, n, scale.range, scale.unit, sign, am, ph, re, im));
-    join_phases(am, AMPHS_LEVEL * peak, n, ph);
-    return kernels().place(am, n, peak);
+static float sign_of(int ks) {
+    return ks < 0 ? -1.0F : 1.0F;
+}
+
+// The samples' amplitudes and phases, not unwrapped, and their parts. Returns the largest amplitude.
+static float read_curve(const float* x, int n, const curve_scale& scale, int ks, const curve_arrays& to) {
+    return std::bit_cast<float>(static_cast<std::int32_t>(
+        kernels().parts(x, n, scale.range, scale.unit, sign_of(ks), to.am, to.ph, to.re, to.im)));
+}
+
+int curve_parts(const float* x, int n, const curve_scale& scale, int ks, const curve_arrays& to) {
+    const float peak = read_curve(x, n, scale, ks, to);
+    join_phases(to.am, AMPHS_LEVEL * peak, n, to.ph);
+    return kernels().place(to.am, n, peak);
 }
 
 void rectify(float* x, int n) {
@@ -104,17 +111,11 @@ void equalize(float* x, const float* w, int n, const curve_scale& scale, float l
 }
 
 void amphs(const float* x, int n, int ks, float* am, float* ph) {
-    static thread_local std::vector<float> room;
-    if (std::ssize(room) < 2 * static_cast<std::ptrdiff_t>(n)) room.resize(2 * static_cast<std::size_t>(n));
-    const auto polar = [&](const curve_scale& s) {
-        return std::bit_cast<float>(kernels().parts(x, n, s.range, s.unit, ks < 0 ? -1.0F : 1.0F, am, ph,
-                                                    room.data(), room.data() + n));
-    };
-    float peak = polar(curve_scale());
+    float peak = read_curve(x, n, curve_scale(), ks, {am, ph});
     if (!(peak > SMALL && peak < LARGE)) {
         const curve_scale s = scale_of(x, n);
         if (s.amplitude > 0 && std::isfinite(s.amplitude)) {
-            polar(s);
+            read_curve(x, n, s, ks, {am, ph});
             kernels().multiply(am, n, s.amplitude, 1);
             peak = s.amplitude;
         }
@@ -123,11 +124,11 @@ void amphs(const float* x, int n, int ks, float* am, float* ph) {
 }
 
 void aptocx(const float* am, const float* ph, int n, int ks, float* x) {
-    kernels().cartesian(am, ph, n, ks < 0 ? -1.0F : 1.0F, x);
+    kernels().cartesian(am, ph, n, sign_of(ks), x);
 }
 
 void turn(float* x, int n, int sign, const float* ph) {
-    kernels().turn(x, n, sign < 0 ? -1.0F : 1.0F, ph);
+    kernels().turn(x, n, sign_of(sign), ph);
 }
 
 void weigh(const float* x, const float* w, int n, float* y) {

@@ -1,5 +1,4 @@
 // The initial actions: a cut from an image, or one-dimensional data.
-#include "cut/curve.h"
 #include "procut_int.h"
 #include "state/image_cut.h"
 

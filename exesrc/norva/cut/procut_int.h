@@ -1,6 +1,7 @@
 #pragma once
 // What the files of the cut processor share: its private state, and one action under way.
 
+#include "cut/curve.h"
 #include "cut/procut.h"
 #include "signal/numbers.h"
 
@@ -76,8 +77,7 @@ struct cut_state {
     bool given = false;     // they are those that the image gave back, unchanged
     bool void_step = false; // the action of step `is` left no signal and is not stored
 
-    cut_complex b, d;  // scratch of one action
-    cut_display model; // of the two scatterer algorithm
+    cut_complex b, d; // scratch of one action
 };
 
 cut_state& cut();
@@ -189,7 +189,7 @@ void change_weighting(int lw, int kw1, int kw2);
 // a(k) = first + k*step, k from 0, without adding up roundings.
 void fill_axis(float* a, int n, float first, float step);
 
-// The transform x as it is shown.
-bool show_transform(cut_action& run, const float* x, cut_display& to);
+// The transform x as it is shown, and the amplitude that 1 stands for.
+bool show_transform(cut_action& run, const float* x, const curve_arrays& to, float* amplitude);
 
 } // namespace norva

@@ -1,5 +1,4 @@
 // Measurements. They return a result of their own and leave the signal as it is.
-#include "cut/curve.h"
 #include "cut/scatterer.h"
 #include "procut_int.h"
 #include "signal/fft.h"
@@ -130,7 +129,7 @@ band data_band() {
 // The sum of the two scatterers over the support, as the cut would show it: weighted, limited to the extent
 // of the cut, and deweighted.
 bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::array<float, 2> amplitude,
-                std::array<float, 2> phase) {
+                std::array<float, 2> phase, const curve_arrays& shown) {
     cut_state& s = cut();
     const int sign = kss > 0 ? -1 : 1;
     for (int j : {0, 1}) {
@@ -153,7 +152,8 @@ bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::ar
         transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
         weigh(s.b.data(), s.dw.data(), s.nx, s.b.data());
     }
-    return show_transform(run, s.b.data(), s.model);
+    float scale = 0;
+    return show_transform(run, s.b.data(), shown, &scale);
 }
 
 } // namespace
@@ -182,7 +182,8 @@ bool act_tsa(cut_action& run) {
     for (float v : {f[0], f[1], amplitude[0], amplitude[1]}) {
         if (!std::isfinite(v)) return run.fail("***Error 118...No two scatterers at these positions");
     }
-    if (!show_model(run, at, f, amplitude, phi)) return false;
+    const curve_arrays model = {s.d.data(), s.d.data() + s.nx};
+    if (!show_model(run, at, f, amplitude, phi, model)) return false;
 
     run.begin_own(PC_TSA);
     for (int k = 1; k <= 5; k++) run.put(run.integer(k));
@@ -191,8 +192,8 @@ bool act_tsa(cut_action& run) {
     run.put(s.nx);
     run.put(s.x1);
     run.put(s.dx);
-    run.put(s.model.a.data(), s.nx);
-    run.put(s.model.p.data(), s.nx);
+    run.put(model.am, s.nx);
+    run.put(model.ph, s.nx);
     s.il = PC_TSA;
     return true;
 }

@@ -1,5 +1,4 @@
 // Actions on the phase of the cut.
-#include "cut/curve.h"
 #include "cut/scatterer.h"
 #include "procut_int.h"
 #include "signal/vector.h"

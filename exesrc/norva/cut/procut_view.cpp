@@ -1,5 +1,4 @@
 // Actions that change what is shown and not the signal.
-#include "cut/curve.h"
 #include "procut_int.h"
 
 #include <cmath>

@@ -1,5 +1,4 @@
 // Weightings of the transform, and the edits that leave a new support to weight.
-#include "cut/curve.h"
 #include "procut_int.h"
 #include "signal/fft.h"
 #include "signal/vector.h"

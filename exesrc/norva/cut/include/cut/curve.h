@@ -18,10 +18,13 @@ struct curve_scale {
 };
 curve_scale scale_of(const float* x, int n);
 
-// A curve as it is shown: scaled, amplitude and phase as amphs gives them, real and imaginary part. Returns
-// the first sample of the largest amplitude, from 0.
-int curve_parts(const float* x, int n, const curve_scale& scale, int ks, float* am, float* ph, float* re,
-                float* im);
+// A curve as it is shown: scaled, amplitude and phase as amphs gives them, real and imaginary part, which may
+// both be null. Returns the first sample of the largest amplitude, from 0.
+struct curve_arrays {
+    float *am, *ph;
+    float *re = nullptr, *im = nullptr;
+};
+int curve_parts(const float* x, int n, const curve_scale& scale, int ks, const curve_arrays& to);
 
 // x = |x| for n complex samples.
 void rectify(float* x, int n);
@@ -29,9 +32,9 @@ void rectify(float* x, int n);
 // Gives n complex samples the amplitudes level*w, where they are not 0. Their scale is that of the curve.
 void equalize(float* x, const float* w, int n, const curve_scale& scale, float level);
 
-// Amplitude, and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample
-// of more than 1 % of the peak on. Phases of samples at or below that level lie on the line between their
-// neighbours above it, or on the line through the first or last two of these.
+// Amplitude, and phase ks/(2 pi) atan2(im, re) in cycles, unwrapped from the first sample of more than 1 % of
+// the peak on. Phases of samples at or below that level lie on the line between their neighbours above it, or
+// on the line through the first or last two of these.
 void amphs(const float* x, int n, int ks, float* am, float* ph);
 
 // x = am exp(ks 2 pi i ph).
