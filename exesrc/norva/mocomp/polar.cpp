@@ -20,7 +20,7 @@ namespace norva {
 namespace {
 
 // Samples times points that are worth another thread, and those between two reports of progress, a tenth of a
-// second: as much work in one loop as that allows, for a helper whose core is busy needs time to begin.
+// second: as much work in one loop as that allows, for a worker whose core is busy needs time to begin.
 constexpr double steps_of_a_chunk = 1e5, steps_of_a_loop = 2e8;
 
 const float* cycle_table() {
