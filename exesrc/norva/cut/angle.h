@@ -1,25 +1,11 @@
 // See angle_kernels.h. Selections are written for several samples at once: left to the compiler, each of
 // their ways would be gone in full.
 #include "angle_kernels.h"
+#include "signal/lanes.h"
 
 namespace norva {
 namespace {
 
-#if defined(__AVX2__)
-constexpr int LANES = 8;
-#else
-constexpr int LANES = 4; // a vector wider than the processor's would be taken apart by way of memory
-#endif
-typedef float vf __attribute__((vector_size(4 * LANES)));
-typedef int vi __attribute__((vector_size(4 * LANES)));
-typedef float vf_anywhere __attribute__((vector_size(4 * LANES), aligned(4), may_alias));
-
-[[gnu::always_inline]] inline vf load(const float* p) {
-    return *reinterpret_cast<const vf_anywhere*>(p);
-}
-[[gnu::always_inline]] inline void store(float* p, vf v) {
-    *reinterpret_cast<vf_anywhere*>(p) = v;
-}
 [[gnu::always_inline]] inline vf floats(vi bits) {
     return reinterpret_cast<vf>(bits);
 }
@@ -58,22 +44,6 @@ inline int largest_of(vi v) {
 struct samples {
     vf re, im;
 };
-template <class V> [[gnu::always_inline]] inline V even_of(V a, V b) {
-    if constexpr (LANES == 8) return __builtin_shufflevector(a, b, 0, 2, 4, 6, 8, 10, 12, 14);
-    if constexpr (LANES == 4) return __builtin_shufflevector(a, b, 0, 2, 4, 6);
-}
-template <class V> [[gnu::always_inline]] inline V odd_of(V a, V b) {
-    if constexpr (LANES == 8) return __builtin_shufflevector(a, b, 1, 3, 5, 7, 9, 11, 13, 15);
-    if constexpr (LANES == 4) return __builtin_shufflevector(a, b, 1, 3, 5, 7);
-}
-template <class V> [[gnu::always_inline]] inline V first_pairs(V a, V b) {
-    if constexpr (LANES == 8) return __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
-    if constexpr (LANES == 4) return __builtin_shufflevector(a, b, 0, 4, 1, 5);
-}
-template <class V> [[gnu::always_inline]] inline V last_pairs(V a, V b) {
-    if constexpr (LANES == 8) return __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
-    if constexpr (LANES == 4) return __builtin_shufflevector(a, b, 2, 6, 3, 7);
-}
 [[gnu::always_inline]] inline samples load_pairs(const float* x, int n) {
     const vf low = load_some(x, 2 * n);
     const vf high = 2 * n > LANES ? load_some(x + LANES, 2 * n - LANES) : vf{};

@@ -2,6 +2,7 @@
 // every processor uses the same entries of the table; the sums may differ in the last bits, because they are
 // fused with products where the processor can.
 #include "polar_sum.h"
+#include "signal/lanes.h"
 
 #if defined(__AVX2__)
 #include <immintrin.h>
@@ -10,16 +11,7 @@
 namespace norva {
 namespace {
 
-#if defined(__AVX2__)
-constexpr int lanes = 8;
-#else
-constexpr int lanes = 4; // a vector wider than the processor's would be taken apart by way of memory
-#endif
-typedef float vf __attribute__((vector_size(4 * lanes)));
-typedef int vi __attribute__((vector_size(4 * lanes)));
-typedef float vf_anywhere __attribute__((vector_size(4 * lanes), aligned(4), may_alias));
-typedef int vi_anywhere __attribute__((vector_size(4 * lanes), aligned(4), may_alias));
-
+typedef int vi_anywhere __attribute__((vector_size(4 * LANES), aligned(4), may_alias));
 typedef double pair __attribute__((aligned(4), may_alias)); // cosine and sine, moved as one
 
 // The numbers of two entries, which come out of memory as one.
@@ -32,8 +24,8 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__);
     return static_cast<unsigned>(k >> 32);
 }
 
-// a * b + c; the entries of a vector of points, parts apart; parts of interleaved samples, and back. The
-// entries' pairs are gathered in the order that one shuffle within halves brings right.
+// a * b + c; and the entries of a vector of points, parts apart. Their pairs are gathered in the order that
+// one shuffle within halves brings right.
 #if defined(__AVX2__)
 typedef double pairs __attribute__((vector_size(32)));
 [[gnu::always_inline]] inline vf fused(vf a, vf b, vf c) {
@@ -49,14 +41,6 @@ typedef double pairs __attribute__((vector_size(32)));
     c = __builtin_shufflevector(low, high, 0, 2, 8, 10, 4, 6, 12, 14);
     s = __builtin_shufflevector(low, high, 1, 3, 9, 11, 5, 7, 13, 15);
 }
-[[gnu::always_inline]] inline void part(vf low, vf high, vf& re, vf& im) {
-    re = __builtin_shufflevector(low, high, 0, 2, 4, 6, 8, 10, 12, 14);
-    im = __builtin_shufflevector(low, high, 1, 3, 5, 7, 9, 11, 13, 15);
-}
-[[gnu::always_inline]] inline void join(vf re, vf im, vf& low, vf& high) {
-    low = __builtin_shufflevector(re, im, 0, 8, 1, 9, 2, 10, 3, 11);
-    high = __builtin_shufflevector(re, im, 4, 12, 5, 13, 6, 14, 7, 15);
-}
 #else
 typedef double pairs __attribute__((vector_size(16)));
 [[gnu::always_inline]] inline vf fused(vf a, vf b, vf c) {
@@ -70,27 +54,11 @@ typedef double pairs __attribute__((vector_size(16)));
     c = __builtin_shufflevector(low, high, 0, 2, 4, 6);
     s = __builtin_shufflevector(low, high, 1, 3, 5, 7);
 }
-[[gnu::always_inline]] inline void part(vf low, vf high, vf& re, vf& im) {
-    re = __builtin_shufflevector(low, high, 0, 2, 4, 6);
-    im = __builtin_shufflevector(low, high, 1, 3, 5, 7);
-}
-[[gnu::always_inline]] inline void join(vf re, vf im, vf& low, vf& high) {
-    low = __builtin_shufflevector(re, im, 0, 4, 1, 5);
-    high = __builtin_shufflevector(re, im, 2, 6, 3, 7);
-}
 #endif
 
 // Adding and taking away 3/2 of the largest power of two rounds to whole numbers.
 constexpr float whole = 12582912.0F; // 1.5 * 2^23
 constexpr float below_half = 0.49999997F;
-
-[[gnu::always_inline]] inline vf load(const float* p) {
-    return *reinterpret_cast<const vf_anywhere*>(p);
-}
-
-[[gnu::always_inline]] inline void store(float* p, vf v) {
-    *reinterpret_cast<vf_anywhere*>(p) = v;
-}
 
 [[gnu::always_inline]] inline vf all(float v) {
     return v - vf{}; // not vf{} + v, which is an operation: it turns -0 into 0
@@ -113,17 +81,19 @@ constexpr float below_half = 0.49999997F;
 [[gnu::always_inline]] inline void polar_sum(const polar_record& record, const float* range, float con2,
                                              float* z, int n) {
     constexpr int block = 16, vectors = 2;
-    static_assert(polar_step % (vectors * lanes) == 0);
+    static_assert(polar_step % (vectors * LANES) == 0);
     for (int begin = 0; begin < record.n; begin += block) {
         const int count = record.n - begin < block ? record.n - begin : block;
-        for (int ix = 0; ix < n; ix += vectors * lanes) {
+        for (int ix = 0; ix < n; ix += vectors * LANES) {
             vf r[vectors], zr[vectors], zi[vectors];
             for (int v = 0; v < vectors; v++) {
-                const float* from = z + 2 * (ix + v * lanes);
-                part(load(from), load(from + lanes), zr[v], zi[v]);
-                r[v] = load(range + ix + v * lanes);
+                const float* from = z + 2 * (ix + v * LANES);
+                const vf low = load(from), high = load(from + LANES);
+                zr[v] = even_of(low, high);
+                zi[v] = odd_of(low, high);
+                r[v] = load(range + ix + v * LANES);
             }
-            two_entries k[block][vectors][lanes / 2];
+            two_entries k[block][vectors][LANES / 2];
             for (int i = 0; i < count; i++) {
                 for (int v = 0; v < vectors; v++)
                     *reinterpret_cast<vi_anywhere*>(k[i][v]) = entries(r[v] * record.con1[begin + i] - con2);
@@ -138,11 +108,9 @@ constexpr float below_half = 0.49999997F;
                 }
             }
             for (int v = 0; v < vectors; v++) {
-                float* to = z + 2 * (ix + v * lanes);
-                vf low, high;
-                join(zr[v], zi[v], low, high);
-                store(to, low);
-                store(to + lanes, high);
+                float* to = z + 2 * (ix + v * LANES);
+                store(to, first_pairs(zr[v], zi[v]));
+                store(to + LANES, last_pairs(zr[v], zi[v]));
             }
         }
     }
