@@ -114,8 +114,8 @@ inline int curve(const float* x, int n, float range, float unit, float sign, flo
     for (int begin = 0; begin < n; begin += BLOCK) {
         const int length = n - begin < BLOCK ? n - begin : BLOCK;
         const float* from = x + 2 * begin;
-        float* __restrict const r = with_parts ? re + begin : own_re;
-        float* __restrict const q = with_parts ? im + begin : own_im;
+        float_anywhere* __restrict const r = with_parts ? re + begin : own_re;
+        float_anywhere* __restrict const q = with_parts ? im + begin : own_im;
         for (int k = 0; k < length; k++) {
             const float a = from[2 * k] * range * unit, b = from[2 * k + 1] * range * unit;
             r[k] = a;
@@ -129,6 +129,14 @@ inline int curve(const float* x, int n, float range, float unit, float sign, flo
         });
     }
     return largest_of(largest);
+}
+
+void split(const float* x, int n, float range, float unit, float* re, float* im) {
+    by_vectors(n, [&](int k, int count) {
+        const samples v = load_pairs(x + 2 * k, count);
+        store_some(re + k, v.re * range * unit, count);
+        store_some(im + k, v.im * range * unit, count);
+    });
 }
 
 int parts(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
@@ -349,8 +357,8 @@ void weigh(const float* x, const float* w, int n, float* y) {
     });
 }
 
-constexpr angle_kernels all_kernels = {parts,     join,     place,  rectify,  equalize, cartesian,
-                                       turn_each, turn_run, extent, multiply, weigh,    reweigh};
+constexpr angle_kernels all_kernels = {parts,     split,    join,   place,    rectify, equalize, cartesian,
+                                       turn_each, turn_run, extent, multiply, weigh,   reweigh};
 
 } // namespace
 } // namespace norva

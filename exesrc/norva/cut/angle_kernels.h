@@ -17,6 +17,8 @@ struct angle_kernels {
     // samples; re and im may both be null. Returns the largest amplitude, as bits.
     int (*parts)(const float* x, int n, float range, float unit, float sign, float* am, float* ph, float* re,
                  float* im);
+    // re(k) + i im(k) = x(k)*range*unit.
+    void (*split)(const float* x, int n, float range, float unit, float* re, float* im);
     // Unwraps the phases of the samples above the level, of which the first and the last one of n are, and
     // lays those of the others on lines between them. `from` is room for n numbers.
     void (*join)(const float* am, float level, int n, float* ph, float* from);

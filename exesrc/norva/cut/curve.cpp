@@ -97,6 +97,10 @@ int curve_parts(const float* x, int n, const curve_scale& scale, int ks, const c
     return kernels().place(to.am, n, peak);
 }
 
+void curve_split(const float* x, int n, const curve_scale& scale, float* re, float* im) {
+    kernels().split(x, n, scale.range, scale.unit, re, im);
+}
+
 void rectify(float* x, int n) {
     const float range = scale_of(x, n).range;
     kernels().rectify(x, n, range, 1 / range);

@@ -112,7 +112,7 @@ bool run_one(cut_action& run, bool last) {
     const bool initial = is_initial(action);
     s.is = initial ? 0 : s.is + 1;
     if (initial) s.void_step = false;
-    const bool good = !last || run.own > 0 || show_cut(run);
+    const bool good = !last || run.own > 0 || put_common(run);
     if (run.fresh) {
         if (good || initial)
             store(run, action);
@@ -121,7 +121,6 @@ bool run_one(cut_action& run, bool last) {
     } else {
         cutj.np = s.np = initial ? PC_DATA_WORD + 2 * s.nc : s.np + run.length;
     }
-    if (last && good && run.own == 0) put_common(run);
     if (last && good) run.out[0] = cutj.isi + s.is;
     return good;
 }

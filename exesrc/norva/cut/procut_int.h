@@ -18,12 +18,11 @@ namespace norva {
 using cut_complex = std::array<float, 2 * PC_MAX_SAMPLES>;
 using cut_real = std::array<float, PC_MAX_SAMPLES>;
 
-// One domain as it is shown.
+// One domain as it is shown. Its real and imaginary part are the samples, scaled.
 struct cut_display {
-    cut_real u;      // axis
-    cut_real a, p;   // amplitude, largest 1; phase in cycles, at the peak within half a cycle of 0
-    cut_real r, q;   // real and imaginary part
-    float scale = 0; // amplitude that 1 stands for
+    cut_real u;    // axis
+    cut_real a, p; // amplitude, largest 1; phase in cycles, at the peak within half a cycle of 0
+    curve_scale scale;
 };
 
 // A phase spline as measured; ids is -1 while there is none to subtract.
@@ -107,6 +106,8 @@ struct cut_action {
         own++;
     }
     void put(float v) { put(std::bit_cast<std::int32_t>(v)); }
+    // For the kernels of cut/curve.h, which take the words there for what they are.
+    float* floats_at(int word) { return reinterpret_cast<float*>(&out[word]); }
     void put(const float* v, int n) {
         if (!quiet) std::memcpy(&out[own], v, sizeof(float) * static_cast<std::size_t>(n));
         own += n;
@@ -128,8 +129,8 @@ using cut_handler = bool (*)(cut_action&);
 // The signal as it is shown, from c and x. False with message 195 when there is none.
 bool show_cut(cut_action& run);
 
-// The words of the common result. Returns their number.
-int put_common(cut_action& run);
+// The same, and the words of the common result.
+bool put_common(cut_action& run);
 
 // The action that follows, stored or fresh. By number; null for those that are not activated.
 cut_handler handler_of(int action);
@@ -189,7 +190,10 @@ void change_weighting(int lw, int kw1, int kw2);
 // a(k) = first + k*step, k from 0, without adding up roundings.
 void fill_axis(float* a, int n, float first, float step);
 
-// The transform x as it is shown, and the amplitude that 1 stands for.
-bool show_transform(cut_action& run, const float* x, const curve_arrays& to, float* amplitude);
+// The samples that the transform shows: its own, or those without their weighting, in s.b.
+const float* shown_transform();
+
+// The transform x as it is shown, and its scale.
+bool show_transform(cut_action& run, const float* x, const curve_arrays& to, curve_scale* scale);
 
 } // namespace norva

@@ -152,7 +152,7 @@ bool show_model(cut_action& run, const band& at, std::array<float, 2> f, std::ar
         transi(s.b.data(), s.nx, s.ish, s.d.data(), kss);
         weigh(s.b.data(), s.dw.data(), s.nx, s.b.data());
     }
-    float scale = 0;
+    curve_scale scale;
     return show_transform(run, s.b.data(), shown, &scale);
 }
 

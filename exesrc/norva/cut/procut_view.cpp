@@ -20,16 +20,23 @@ bool act_differentiate(cut_action& run) {
     run.begin_own(PC_DIFFERENTIATE);
     for (int v : {id, kd, kf, nn}) run.put(v);
     run.put(from.u.data(), nn);
-    auto put_derivative = [&](const cut_real& curve) {
-        std::copy_n(curve.begin(), nn, s.b.begin());
+    auto put_derivative = [&](const float* curve) {
+        std::copy_n(curve, nn, s.b.begin());
         for (int order = 0; order < kd; order++) {
             for (int k = 0; k < nn; k++) s.b[k] /= dd;
             differ(s.b.data(), nn, s.b.data());
         }
         run.put(s.b.data(), nn);
     };
-    put_derivative(kf == 1 ? from.p : kf == 3 ? from.r : from.a);
-    if (kf > 1) put_derivative(kf == 2 ? from.p : from.q);
+    if (kf == 3) {
+        float *re = s.d.data(), *im = s.d.data() + nn;
+        curve_split(id > 0 ? shown_transform() : s.c.data(), nn, from.scale, re, im);
+        put_derivative(re);
+        put_derivative(im);
+    } else {
+        put_derivative(kf == 1 ? from.p.data() : from.a.data());
+        if (kf == 2) put_derivative(from.p.data());
+    }
     s.id = id;
     return true;
 }

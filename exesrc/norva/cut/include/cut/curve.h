@@ -25,6 +25,8 @@ struct curve_arrays {
     float *re = nullptr, *im = nullptr;
 };
 int curve_parts(const float* x, int n, const curve_scale& scale, int ks, const curve_arrays& to);
+// Real and imaginary part alone. Here and above they may lie in an array of other words.
+void curve_split(const float* x, int n, const curve_scale& scale, float* re, float* im);
 
 // x = |x| for n complex samples.
 void rectify(float* x, int n);
