@@ -76,7 +76,8 @@ constexpr int PC_INIT = 0, PC_WEIGHT = 1, PC_EDIT = 2, PC_SUB_SLOPE = 3, PC_SUB_
 
 // Performs the action of the record `in`, which is as long as its action needs; more words do no harm, and
 // missing ones count as a failure. `out` must hold PC_RESULT_WORDS words, of which those of the result are
-// written. Reads kss, the place of the cut (img) and the stored actions (cutj) of state/image_cut.h.
+// written, and must not lie over `in`. Reads kss, the place of the cut (img) and the stored actions (cutj) of
+// state/image_cut.h.
 void procut(std::span<const std::int32_t> in, std::span<std::int32_t> out);
 
 // The weighting shown (kdd: 1 deweighted), the weighting, the domain of the last action that had one, and

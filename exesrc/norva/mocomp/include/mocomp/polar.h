@@ -18,7 +18,8 @@ namespace norva {
 // Samples are weighted by the circular weight over the largest ellipse that the band and the aperture hold;
 // those on its border and outside are left out. Phases are taken from a table of 8000 steps a cycle and are
 // formed in single precision with a rounding after each operation, so that the entry used is the same on
-// every processor and with any number of threads. Calls rpt_progress(j, na) before each record.
+// every processor. The sums are so with any number of threads; between processors their last bits may differ.
+// Calls rpt_progress(j, na) for each record, before it and up to 15 others are summed.
 void polarfor1(const float* s, int nf, int na, float f1, float df, float rc, float de, float da, int nx,
                int ny, float dx, float dy, int ni, float c, float* z);
 

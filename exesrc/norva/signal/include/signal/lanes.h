@@ -13,6 +13,7 @@ constexpr int LANES = 4; // a vector wider than the processor's would be taken a
 #endif
 typedef float vf __attribute__((vector_size(4 * LANES)));
 typedef int vi __attribute__((vector_size(4 * LANES)));
+// Floats at any place, also among words of another type.
 typedef float float_anywhere __attribute__((may_alias));
 typedef float vf_anywhere __attribute__((vector_size(4 * LANES), aligned(4), may_alias));
 
